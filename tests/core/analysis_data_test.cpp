@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: MIT
+#include "core/analysis_data.h"
+#include "core/checked_math.h"
+#include "semilog/semilog_series.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <initializer_list>
+#include <utility>
+
+namespace zorvekan {
+namespace {
+
+void setPoints(AnalysisState& s, std::initializer_list<std::pair<double, double>> points) {
+    int i = 0;
+    for (const auto& [t, p] : points) {
+        ++i;
+        s.TestTime[i] = t;
+        s.TestPressure[i] = p;
+    }
+    s.TestPointCount = static_cast<std::int16_t>(i);
+}
+
+void setRates(AnalysisState& s, std::initializer_list<std::pair<double, double>> steps) {
+    int j = 0;
+    for (const auto& [duration, rate] : steps) {
+        ++j;
+        s.RateTime[j] = duration;
+        s.Rate[j] = rate;
+    }
+    s.RateCount = static_cast<std::int16_t>(j);
+}
+
+// Two rates (100 then 200 STB/day, the first lasting 10 h, the second 20 h) in a
+// drawdown from 3000 psia, the classic hand-worked superposition case.
+AnalysisState twoRateDrawdown() {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.ShutInFlag = 0;
+    s.StartPressure = 3000;
+    setRates(s, {{10, 100}, {20, 200}});
+    // The second-step points are entered out of time order on purpose.
+    setPoints(s, {{5, 2900}, {25, 2700}, {15, 2750}, {40, 2650}});
+    return s;
+}
+
+// Agarwal's equivalent time tp*dt/(tp+dt): a wrong form misplaces every buildup
+// point on the log-log plot.
+TEST(TimeFunctions, BuildupUsesEquivalentTime) {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.ShutInFlag = 1;
+    s.StartPressure = 2000;
+    s.ProducingTime = 24;
+    setRates(s, {{24, 500}});
+    setPoints(s, {{24, 2600}, {1, 2400}});
+    ComputeTimeFunctions(s);
+    EXPECT_DOUBLE_EQ(s.TimeFunction[1], 12.0);
+    EXPECT_DOUBLE_EQ(s.TimeFunction[2], 24.0 / 25.0);
+    EXPECT_DOUBLE_EQ(s.DeltaP[1], 600.0);
+    EXPECT_DOUBLE_EQ(s.LogTime[1], Log10(12.0));
+    EXPECT_DOUBLE_EQ(s.LogDeltaP[2], Log10(400.0));
+    // The single-rate path keeps the entry order.
+    EXPECT_DOUBLE_EQ(s.TimeFunction[2], 0.96);
+}
+
+// A drawdown without a producing time plots elapsed time unchanged.
+TEST(TimeFunctions, SingleRateDrawdownUsesElapsedTime) {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.StartPressure = 3000;
+    setRates(s, {{48, 300}});
+    setPoints(s, {{0.5, 2950}, {2, 2900}});
+    ComputeTimeFunctions(s);
+    EXPECT_DOUBLE_EQ(s.TimeFunction[1], 0.5);
+    EXPECT_DOUBLE_EQ(s.TimeFunction[2], 2.0);
+    EXPECT_DOUBLE_EQ(s.DeltaP[2], 100.0);
+}
+
+// Multi-rate superposition: the exponent (q1 - q0)/(q1 - q2) is -1 here, so the
+// second-step time is (t - 10) * t / 10, and every change is divided by the rate
+// change of its step. Points come out sorted; the raw arrays keep entry order.
+TEST(TimeFunctions, TwoRateDrawdownSuperposition) {
+    AnalysisState s = twoRateDrawdown();
+    ComputeTimeFunctions(s);
+    const std::pair<double, double> expected[] = {
+        {5.0, 1.0},                   // step 1: t, |3000 - 2900| / 100
+        {(15 - 10) * 15 / 10.0, 1.5}, // step 2 from p_ref = 2900: |2900 - 2750| / 100
+        {(25 - 10) * 25 / 10.0, 2.0},
+        {(40 - 10) * 40 / 10.0, 2.5}, // after the last step: still the last step
+    };
+    for (int i = 1; i <= 4; ++i) {
+        EXPECT_NEAR(s.TimeFunction[i], expected[i - 1].first, 1e-12) << i;
+        EXPECT_NEAR(s.DeltaP[i], expected[i - 1].second, 1e-12) << i;
+        EXPECT_DOUBLE_EQ(s.LogTime[i], Log10(s.TimeFunction[i]));
+    }
+    EXPECT_DOUBLE_EQ(s.TestTime[2], 25.0);
+    EXPECT_DOUBLE_EQ(s.TestPressure[3], 2750.0);
+    EXPECT_DOUBLE_EQ(s.CumulativeTime[2], 30.0);
+}
+
+// A superposition time below 1e-6 h means the history does not fit the data: the
+// whole computation must fall back to the single-rate treatment, in entry order,
+// and a point lying exactly on the rate change must keep its change from p0
+// (not a zero change and a logarithm of zero).
+TEST(TimeFunctions, FallbackToSingleRate) {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.StartPressure = 3000;
+    setRates(s, {{10, 100}, {20, 200}});
+    setPoints(s, {{5, 2900}, {10, 2850}, {10.00000001, 2849}, {20, 2700}});
+    ComputeTimeFunctions(s);
+    for (int i = 1; i <= 4; ++i)
+        EXPECT_DOUBLE_EQ(s.TimeFunction[i], s.TestTime[i]) << i;
+    EXPECT_DOUBLE_EQ(s.DeltaP[2], 150.0);
+    EXPECT_DOUBLE_EQ(s.DeltaP[4], 300.0);
+}
+
+// A time of zero or a pressure equal to the start pressure has no logarithm: the
+// preparation must stop with a fault, not carry -infinity into the plots.
+TEST(TimeFunctions, NonPositiveValuesAreFaults) {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.StartPressure = 3000;
+    setRates(s, {{10, 100}});
+    setPoints(s, {{1, 3000}});
+    EXPECT_THROW(ComputeTimeFunctions(s), RuntimeError);
+    setPoints(s, {{0, 2900}});
+    EXPECT_THROW(ComputeTimeFunctions(s), RuntimeError);
+    s.TestPointCount = 501;
+    EXPECT_THROW(ComputeTimeFunctions(s), RuntimeError);
+}
+
+// Each plot kind has its own x and y; a wrong series gives a wrong slope and with it
+// wrong permeability and skin.
+TEST(SemilogSeries, HornerRatioForBuildup) {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.ShutInFlag = 1;
+    s.StartPressure = 2000;
+    s.ProducingTime = 24;
+    setRates(s, {{24, 500}});
+    setPoints(s, {{24, 2600}, {1, 2400}, {8, 2550}});
+    PrepareAnalysisData(s);
+    ASSERT_EQ(s.PointCount, 3);
+    EXPECT_DOUBLE_EQ(s.SemilogX[1], Log10(48.0 / 24.0));
+    EXPECT_DOUBLE_EQ(s.SemilogX[2], Log10(25.0));
+    EXPECT_DOUBLE_EQ(s.SemilogY[3], 2550.0);
+    EXPECT_DOUBLE_EQ(s.SemilogXMin, Log10(2.0));
+    EXPECT_DOUBLE_EQ(s.SemilogXMax, Log10(25.0));
+    EXPECT_DOUBLE_EQ(s.SemilogYMin, 2400.0);
+    EXPECT_DOUBLE_EQ(s.SemilogYMax, 2600.0);
+}
+
+// Flowing multi-rate test on the semilog plot: log of the equivalent time against the
+// rate-normalised change; in the superposition kind: the summation term against
+// (p0 - p)/q_n.
+TEST(SemilogSeries, FlowingMultiRateKinds) {
+    AnalysisState s = twoRateDrawdown();
+    s.SemilogPlotKind = kSemilogPlot;
+    PrepareAnalysisData(s);
+    ASSERT_EQ(s.PointCount, 4);
+    EXPECT_DOUBLE_EQ(s.SemilogX[2], Log10(7.5));
+    EXPECT_DOUBLE_EQ(s.SemilogY[2], 1.5);
+    EXPECT_TRUE(semilogIsRateNormalised(s));
+
+    s.SemilogPlotKind = kSuperpositionPlot;
+    PrepareAnalysisData(s);
+    ASSERT_EQ(s.PointCount, 4);
+    // Raw order: t = 5, 25, 15, 40 with q1/q2 = 0.5 for both steps.
+    EXPECT_DOUBLE_EQ(s.SemilogX[1], 0.5 * Log10(5.0));
+    EXPECT_NEAR(s.SemilogX[3], 0.5 * Log10(15.0) + 0.5 * Log10(5.0), 1e-15);
+    EXPECT_DOUBLE_EQ(s.SemilogY[3], (3000.0 - 2750.0) / 200.0);
+    EXPECT_DOUBLE_EQ(s.SemilogTime[2], 25.0);
+}
+
+// A point a hair after a rate change has log(t - t_j) near -infinity and must be
+// left off the superposition plot rather than stretch its axis by decades.
+TEST(SemilogSeries, PointsAtARateChangeAreLeftOut) {
+    AnalysisState s = twoRateDrawdown();
+    s.SemilogPlotKind = kSuperpositionPlot;
+    s.TestTime[2] = 10.000005;
+    ComputeTimeFunctions(s);
+    BuildSemilogSeries(s);
+    EXPECT_EQ(s.PointCount, 3);
+    double sum = 0;
+    EXPECT_TRUE(flowingSummation(s, 10.0, sum)); // exactly at the change: first step only
+    EXPECT_DOUBLE_EQ(sum, 0.5);
+    EXPECT_FALSE(flowingSummation(s, 0.0, sum));
+}
+
+// Buildup after two rates, superposition kind: the summation over the whole history,
+// pressure not normalised, so the intercept at x = 0 reads p*.
+TEST(SemilogSeries, ShutInSuperposition) {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.ShutInFlag = 1;
+    s.StartPressure = 2000;
+    s.ProducingTime = 25;
+    s.SemilogPlotKind = kSuperpositionPlot;
+    setRates(s, {{10, 100}, {20, 200}});
+    setPoints(s, {{2, 2500}, {6, 2600}});
+    PrepareAnalysisData(s);
+    ASSERT_EQ(s.PointCount, 2);
+    EXPECT_NEAR(s.SemilogX[1], 0.5 * Log10(32.0 / 2.0) + 0.5 * Log10(22.0 / 2.0), 1e-15);
+    EXPECT_DOUBLE_EQ(s.SemilogY[2], 2600.0);
+    EXPECT_FALSE(semilogIsRateNormalised(s));
+    // The summation of a Horner plot of one rate reduces to log((tp + dt)/dt).
+    AnalysisState one;
+    setRates(one, {{30, 150}});
+    one.CumulativeTime[1] = 30;
+    EXPECT_DOUBLE_EQ(shutInSummation(one, 3.0), Log10(33.0 / 3.0));
+}
+
+// The extremes start from values any datum replaces, and a second preparation
+// starts from them again (a stale extreme would squash the plot).
+TEST(PlotRanges, ResetAndWidenedByTheData) {
+    AnalysisState s = twoRateDrawdown();
+    s.SemilogXMin = -50;
+    s.StorageYMax = 99;
+    PrepareAnalysisData(s);
+    EXPECT_DOUBLE_EQ(s.StorageXMin, Log10(5.0));
+    EXPECT_DOUBLE_EQ(s.StorageXMax, Log10(120.0));
+    EXPECT_DOUBLE_EQ(s.StorageYMax, Log10(2.5));
+    EXPECT_LE(s.StorageYMin, 0.0); // log10(1.0) or a lower derivative
+    EXPECT_GT(s.SemilogXMin, -50);
+    ResetPlotRanges(s);
+    EXPECT_EQ(s.SemilogYMin, 1000000.0);
+    EXPECT_EQ(s.PlotPressureMin, 100000.0);
+    EXPECT_EQ(s.StorageXMin, 100.0);
+    EXPECT_EQ(s.SemilogXMax, 0.0);
+}
+
+} // namespace
+} // namespace zorvekan
