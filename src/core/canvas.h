@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace zorvekan {
+
+struct Rgb {
+    std::uint8_t r = 0, g = 0, b = 0;
+    friend bool operator==(Rgb, Rgb) = default;
+};
+
+// The colours the plots are drawn and erased with.
+inline constexpr Rgb kBlack{0, 0, 0};
+inline constexpr Rgb kWhite{255, 255, 255};
+inline constexpr Rgb kNearWhite{250, 250, 250}; // erases a pick mark
+inline constexpr Rgb kDataBlue{0, 0, 255};      // pressure points
+inline constexpr Rgb kDerivativeRed{255, 0, 0}; // derivative points, line validity marks
+inline constexpr Rgb kMarkGreen{0, 250, 0};     // flow-regime pick marks
+inline constexpr Rgb kCurveGreen{0, 255, 0};    // type curves
+inline constexpr Rgb kMagenta{255, 0, 255};     // the picked type curve
+inline constexpr Rgb kPurple{140, 0, 140};      // pseudosteady-state picks
+inline constexpr Rgb kLightBlue{100, 100, 255}; // derivative overlay on type curves
+
+// A drawing surface in plot units. Every plot is drawn through this interface, so
+// the same drawing code paints the screen, the printed page and a recording canvas
+// in the tests. Coordinates are in the user system set by setUserWindow (a negative
+// height makes y grow upward); text is placed with its top-left corner at (x, y).
+class Canvas {
+public:
+    virtual ~Canvas() = default;
+
+    virtual void setUserWindow(double left, double top, double width, double height) = 0;
+    // Drops the persistent picture and clears the drawing.
+    virtual void clear() = 0;
+    virtual void setPenColor(Rgb colour) = 0;
+    virtual void setPenWidth(int width) = 0;
+    virtual void setDashed(bool dashed) = 0;
+    virtual void line(double x1, double y1, double x2, double y2) = 0;
+    virtual void dot(double x, double y) = 0;
+    virtual void text(double x, double y, std::string_view text) = 0;
+};
+
+} // namespace zorvekan
