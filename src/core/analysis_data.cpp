@@ -121,6 +121,7 @@ void sortByTimeFunction(AnalysisState& s, int n) {
             if (s.TimeFunction[j] < s.TimeFunction[i]) {
                 std::swap(s.TimeFunction[i], s.TimeFunction[j]);
                 std::swap(s.DeltaP[i], s.DeltaP[j]);
+                std::swap(s.SourceIndex[i], s.SourceIndex[j]);
             }
     for (int i = 1; i <= n; ++i) {
         s.LogTime[i] = Log10(s.TimeFunction[i]);
@@ -152,6 +153,8 @@ void ResetPlotRanges(AnalysisState& s) {
 void ComputeTimeFunctions(AnalysisState& s) {
     const int n = pointCount(s);
     cumulativeTimes(s);
+    for (int i = 1; i <= n; ++i)
+        s.SourceIndex[i] = static_cast<std::int16_t>(i);
     const bool multiRate = s.ProducingTime == 0.0 && s.RateCount >= 2;
     if (multiRate && multiRatePath(s, n))
         sortByTimeFunction(s, n);

@@ -27,6 +27,8 @@ const char* RuntimeError::faultName(Fault fault) noexcept {
         return "Invalid procedure call or argument";
     case Fault::File:
         return "File error";
+    case Fault::NoData:
+        return "No data";
     }
     return "Run-time error";
 }

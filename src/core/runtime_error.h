@@ -15,6 +15,7 @@ enum class Fault {
     SubscriptOutOfRange,
     InvalidArgument, // logarithm or square root of a value outside its domain
     File,
+    NoData, // a plot or computation that needs test points found none
 };
 
 class RuntimeError : public std::runtime_error {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "../support/recording_canvas.h"
 #include "core/checked_math.h"
 #include "core/plot_frame.h"
 #include "core/runtime_error.h"
@@ -12,28 +13,7 @@
 namespace zorvekan {
 namespace {
 
-// A canvas that records what a drawing routine does, for checking labels and marks.
-struct RecordingCanvas : Canvas {
-    struct Text {
-        double x, y;
-        std::string text;
-    };
-    std::vector<Text> texts;
-    std::vector<std::array<double, 4>> lines;
-    Rgb colour;
-    void setUserWindow(double, double, double, double) override {}
-    void clear() override { texts.clear(), lines.clear(); }
-    void setPenColor(Rgb c) override { colour = c; }
-    void setPenWidth(int) override {}
-    void setDashed(bool) override {}
-    void line(double x1, double y1, double x2, double y2) override {
-        lines.push_back({x1, y1, x2, y2});
-    }
-    void dot(double, double) override {}
-    void text(double x, double y, std::string_view t) override {
-        texts.push_back({x, y, std::string(t)});
-    }
-};
+using testing::RecordingCanvas;
 
 // Plot units and device pixels must map both ways, with y growing upward when the
 // height is negative: a click must land where the point was drawn.

@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+#include "core/analysis_data.h"
+#include "core/checked_math.h"
+#include "core/straight_line.h"
+#include "semilog/semilog_plots.h"
+#include "semilog/storage_picks.h"
+
+#include "../support/recording_canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace zorvekan {
+namespace {
+
+using testing::RecordingCanvas;
+
+// A 40-point oil buildup after 100 h of production: storage, then a semilog line of
+// 50 psi per cycle from 2000 psia.
+AnalysisState buildup() {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.ShutInFlag = 1;
+    s.StartPressure = 2000;
+    s.ProducingTime = 100;
+    s.FlowRate = 300;
+    s.OilFvf = 1.2;
+    s.RateCount = 1;
+    s.RateTime[1] = 100;
+    s.Rate[1] = 300;
+    s.TestPointCount = 40;
+    for (int i = 1; i <= 40; ++i) {
+        const double dt = std::pow(10.0, -2 + 4.0 * (i - 1) / 39);
+        s.TestTime[i] = dt;
+        s.TestPressure[i] = 2400 - 50 * std::log10((100 + dt) / dt);
+    }
+    PrepareAnalysisData(s);
+    return s;
+}
+
+// The semilog plot: title, every point in blue inside the axis box, the Horner
+// axis title and the pressure title written downwards; a wrong title or a point
+// outside the box misleads the engineer's straight line.
+TEST(SemilogPlot, HornerPlotOfABuildup) {
+    AnalysisState s = buildup();
+    RecordingCanvas c;
+    const PlotScales scales = DrawSemilogPlot(c, s);
+    EXPECT_EQ(c.left, -20);
+    EXPECT_EQ(c.height, -80);
+    ASSERT_NE(c.findText("Semilog Plot"), nullptr);
+    EXPECT_EQ(c.findText("Semilog Plot")->y, 65);
+    ASSERT_NE(c.findText("(t+dt)/dt"), nullptr);
+    EXPECT_EQ(c.findText("(t+dt)/dt")->x, 40);
+    EXPECT_EQ(c.dotsIn(kDataBlue), 40);
+    for (const auto& d : c.dots) {
+        EXPECT_GE(d.x, -1e-9);
+        EXPECT_LE(d.x, 100 + 1e-9);
+        EXPECT_GE(d.y, -1e-9);
+        EXPECT_LE(d.y, 60 + 1e-9);
+    }
+    EXPECT_DOUBLE_EQ(scales.x, 100 / (s.SemilogXMax - s.SemilogXMin));
+    ASSERT_NE(c.findText("P"), nullptr);
+    EXPECT_EQ(c.findText("P")->x, -18);
+    EXPECT_EQ(c.findText("P")->y, 48);
+    EXPECT_EQ(c.findText("(1E6)"), nullptr);
+}
+
+// Axis titles per test kind: a buildup drawn as superposition keeps its pressure
+// title; flowing rate-normalised plots read dp/q or dp/dq; m(p) carries "(1E6)".
+TEST(SemilogPlot, TitlesPerKind) {
+    AnalysisState s = buildup();
+    s.SemilogPlotKind = kSuperpositionPlot;
+    PrepareAnalysisData(s);
+    RecordingCanvas c;
+    DrawSemilogPlot(c, s);
+    EXPECT_NE(c.findText("Superposition Plot"), nullptr);
+    EXPECT_NE(c.findText("Summation log term"), nullptr);
+    EXPECT_NE(c.findText("P"), nullptr);
+    EXPECT_EQ(c.findText("dp/q"), nullptr);
+
+    AnalysisState f;
+    f.ShutInFlag = 0;
+    f.RateCount = 2;
+    f.FluidFlags = kGasPseudopressure;
+    f.SemilogPlotKind = kSuperpositionPlot;
+    EXPECT_EQ(semilogXTitle(f), "Summation log term");
+    f.SemilogPlotKind = kSemilogPlot;
+    EXPECT_EQ(semilogXTitle(f), "Equiv. Adj. Test Time");
+    f.RateCount = 1;
+    EXPECT_EQ(semilogXTitle(f), "Time, hrs.");
+    EXPECT_EQ(storageXTitle(f), "Time, hrs.");
+    EXPECT_EQ(storageXTitle(s), "Equiv. Adj. Time, hrs.");
+}
+
+// The log-log plot draws every change in blue and every derivative point in red with
+// one scale for both axes, and its titles follow the test kind.
+TEST(StoragePlot, PointsAndSquareScale) {
+    AnalysisState s = buildup();
+    RecordingCanvas c;
+    DrawStoragePlot(c, s);
+    EXPECT_EQ(c.dotsIn(kDataBlue), 40);
+    EXPECT_EQ(c.dotsIn(kDerivativeRed), s.DerivativeCount);
+    EXPECT_GT(s.DerivativeCount, 20);
+    EXPECT_NE(c.findText("Storage (Log-Log) Plot"), nullptr);
+    EXPECT_NE(c.findText("dp"), nullptr);
+    EXPECT_NE(c.findText("dp'"), nullptr);
+    EXPECT_NE(c.findText("Equiv. Adj. Time, hrs."), nullptr);
+    const double xr = s.StorageXMax - s.StorageXMin, yr = s.StorageYMax - s.StorageYMin;
+    EXPECT_DOUBLE_EQ(s.StorageScale, yr > 0.6 * xr ? 60 / yr : 100 / xr);
+}
+
+// A click on the log-log plot gives back the time and change drawn there, and the
+// buildup's equivalent time is turned back into shut-in time; a unit-slope point
+// gives C = q*B*dt/(24*dp).
+TEST(StoragePicks, ClickToTimeAndStorage) {
+    AnalysisState s = buildup();
+    RecordingCanvas c;
+    DrawStoragePlot(c, s);
+    const int i = 10;
+    const double x = s.StorageScale * (s.LogTime[i] - s.StorageXMin);
+    const double y = s.StorageScale * (s.LogDeltaP[i] - s.StorageYMin);
+    const StorageClick click = storagePointAt(s, x, y);
+    EXPECT_NEAR(click.plottedTime, s.TimeFunction[i], 1e-9 * s.TimeFunction[i]);
+    EXPECT_NEAR(click.time, s.TestTime[i], 1e-9 * s.TestTime[i]);
+    EXPECT_NEAR(click.deltaP, s.DeltaP[i], 1e-9 * s.DeltaP[i]);
+    EXPECT_NEAR(wellboreStorageAt(s, click), 300 * 1.2 * s.TestTime[i] / (24 * s.DeltaP[i]), 1e-9);
+    // A flowing multi-rate plot is already per unit rate: no q.
+    s.ShutInFlag = 0;
+    s.RateCount = 2;
+    EXPECT_NEAR(wellboreStorageAt(s, {1, 1, 2}), 1.2 / 48.0, 1e-15);
+    const TimeInterval interval = orderedInterval(5.0, 0.5);
+    EXPECT_EQ(interval.lower, 0.5);
+    EXPECT_EQ(interval.upper, 5.0);
+}
+
+// Linear-flow plot: only points strictly inside the interval, x = sqrt(t); the slope
+// and the intercept read back the line drawn through two of them.
+TEST(FlowPlots, LinearFlowSlopeAndIntercept) {
+    AnalysisState s;
+    s.FluidFlags = kOil;
+    s.StartPressure = 3000;
+    s.RateCount = 1;
+    s.RateTime[1] = 50;
+    s.Rate[1] = 100;
+    s.TestPointCount = 20;
+    for (int i = 1; i <= 20; ++i) {
+        s.TestTime[i] = 0.05 * i;
+        s.TestPressure[i] = 3000 - 40 * std::sqrt(0.05 * i) - 5; // falling, 40 psi/sqrt(h)
+    }
+    PrepareAnalysisData(s);
+    RecordingCanvas c;
+    const TimeInterval interval{0.1, 0.8};
+    const FlowPlotFrame f = DrawLinearFlowPlot(c, s, interval);
+    EXPECT_EQ(f.pointCount, 13); // 0.15 .. 0.75: both bounds excluded
+    EXPECT_EQ(c.dotsIn(kDataBlue), 13);
+    EXPECT_NE(c.findText("Linear Flow Plot"), nullptr);
+    EXPECT_NE(c.findText("Square Root time"), nullptr);
+    StraightLine line;
+    auto at = [&](int i) {
+        return std::pair{f.scales.x * (std::sqrt(s.TestTime[i]) - f.xMin),
+                         f.scales.y * (s.TestPressure[i] - f.yMin)};
+    };
+    lineMouseDown(line, at(4).first, at(4).second);
+    lineMouseDown(line, at(14).first, at(14).second);
+    const double m = lineSlope(line, f.scales.x, f.scales.y);
+    EXPECT_NEAR(m, -40, 1e-9);
+    // The intercept is computed with |m| even for a falling line (kept so).
+    const double b = lineIntercept(line, std::fabs(m), f.xMin, f.scales.x, f.yMin, f.scales.y);
+    EXPECT_NEAR(b, s.TestPressure[14] - 40 * std::sqrt(s.TestTime[14]), 1e-9);
+}
+
+// No point inside the interval is reported, not drawn with an infinite scale.
+TEST(FlowPlots, EmptyIntervalIsAFault) {
+    AnalysisState s = buildup();
+    RecordingCanvas c;
+    EXPECT_THROW(DrawBilinearFlowPlot(c, s, {1000, 2000}), RuntimeError);
+}
+
+// The rubber band: the second click ends the line even without a move; a move erases
+// the previous band in white before drawing the new one and redraws the points.
+TEST(StraightLine, RubberBand) {
+    StraightLine line;
+    RecordingCanvas c;
+    int redraws = 0;
+    lineMouseMove(line, c, 5, 5, [&] { ++redraws; });
+    EXPECT_TRUE(c.lines.empty());
+    EXPECT_EQ(lineMouseDown(line, 10, 20), LineClick::FirstEnd);
+    lineMouseMove(line, c, 30, 40, [&] { ++redraws; });
+    lineMouseMove(line, c, 50, 45, [&] { ++redraws; });
+    ASSERT_EQ(c.lines.size(), 3u);
+    EXPECT_EQ(c.lines[1].colour, kWhite);
+    EXPECT_EQ(c.lines[1].x2, 30);
+    EXPECT_EQ(c.lines[2].colour, kBlack);
+    EXPECT_EQ(redraws, 2);
+    EXPECT_EQ(lineMouseDown(line, 60, 50), LineClick::Completed);
+    EXPECT_TRUE(line.complete);
+    EXPECT_EQ(line.x2, 60);
+    StraightLine quick;
+    lineMouseDown(quick, 1, 1);
+    EXPECT_EQ(lineMouseDown(quick, 1, 9), LineClick::Completed);
+    EXPECT_THROW(lineSlope(quick, 1, 1), RuntimeError); // vertical line
+}
+
+} // namespace
+} // namespace zorvekan
