@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "input/importer.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace zorvekan {
+namespace {
+
+ImportResult import(AnalysisState& s, const std::string& text) {
+    return importTestData(s, text, "gauge.txt");
+}
+
+// Gauge and spreadsheet exports separate time and pressure in every way there is;
+// each must give the same pair, and Windows line ends must not reach the numbers.
+TEST(Import, AcceptsEverySeparator) {
+    for (const char* line :
+         {"1.5,2000.25", "1.5;2000.25", "1.5\t2000.25", "1.5   2000.25", "  1.5 , 2000.25  ",
+          "1.5 ;\t2000.25", "1.5,2000.25,\r", "+1.5,2.00025E3", "15e-1 2000.25;;"}) {
+        AnalysisState s;
+        const ImportResult r = import(s, std::string(line) + "\n");
+        ASSERT_TRUE(r.ok) << line << ": " << r.error.message();
+        EXPECT_EQ(s.TestPointCount, 1) << line;
+        EXPECT_EQ(s.TestTime[1], 1.5) << line;
+        EXPECT_EQ(s.TestPressure[1], 2000.25) << line;
+    }
+}
+
+// Header, comment and blank lines are skipped and counted for the notice; the
+// time-0 pair gives the start pressure (through the psin box, shown "#####.#") and
+// is not a point; times typed in minutes are stored in hours as entry stores them.
+TEST(Import, SkipsAndCountsLinesAndTakesTheStartPressure) {
+    const std::string text = "Gauge 4471 serial X\r\n"
+                             "Time (min)\tPressure (psia)\r\n"
+                             "# exported 2024-05-01\r\n"
+                             "\r\n"
+                             "0\t3000.04\r\n"
+                             "; storage\r\n"
+                             "30\t2950\r\n"
+                             "   \r\n"
+                             "' quote comment\r\n"
+                             "// slash comment\r\n"
+                             "90\t2900\r\n";
+    AnalysisState s;
+    s.TestTimeUnit = 1;
+    const ImportResult r = import(s, text);
+    ASSERT_TRUE(r.ok) << r.error.message();
+    EXPECT_EQ(r.summary.headerLines, 2);
+    EXPECT_EQ(r.summary.commentLines, 4);
+    EXPECT_EQ(r.summary.blankLines, 2);
+    EXPECT_EQ(r.summary.pairsInFile, 2);
+    EXPECT_EQ(r.summary.pairsKept, 2);
+    EXPECT_FALSE(r.summary.resized);
+    EXPECT_EQ(r.startPressureText, std::string("3000."));
+    EXPECT_EQ(s.StartPressure, 3000.0);
+    EXPECT_EQ(s.TestPointCount, 2);
+    EXPECT_EQ(s.TestTime[1], 0.5);
+    EXPECT_EQ(s.TestTime[2], 1.5);
+    EXPECT_EQ(s.TestPressure[2], 2900.0);
+}
+
+// Lines that are neither a pair nor skippable stop the import at their line, with
+// what was wrong; nothing of the file reaches the test.
+TEST(Import, BadLinesAreRefusedAndChangeNothing) {
+    struct Case {
+        const char* text;
+        int line;
+        const char* problem;
+    };
+    const Case cases[] = {
+        {"1,2000\n2,abc\n", 2, "\"abc\" is not a pressure"},
+        {"1,2000\n2\n", 2, "has a time but no pressure"},
+        {"1,2000,45.5\n", 1, "more than a time and a pressure"},
+        {"1,5;2000,3\n", 1, "more than a time and a pressure"}, // decimal commas
+        {"1,2000\nend of data\n", 2, "is not a time/pressure pair"},
+        {"-1,2000\n", 1, "the time is negative"},
+        {"1e999,2000\n", 1, "time is beyond the range"},
+        {"2024-05-01 gauge\n1,2000\n", 1, "is not a time/pressure pair"},
+        {"Time,Pressure\n# nothing yet\n", 0, "no time/pressure pairs found"},
+        {"0,3000\n", 0, "no time/pressure pairs after the pair at time 0"},
+        {"", 0, "no time/pressure pairs found"},
+        {"\x7f"
+         "ELF\x02\x01\x01\n\x00\x00\x00",
+         0, "no time/pressure pairs found"},
+    };
+    for (const Case& c : cases) {
+        AnalysisState s;
+        s.TestPointCount = 1;
+        s.TestTime[1] = 7;
+        s.StartPressure = 1234;
+        const ImportResult r = import(s, c.text);
+        ASSERT_FALSE(r.ok) << c.text;
+        EXPECT_EQ(r.error.file, "gauge.txt");
+        EXPECT_EQ(r.error.line, c.line) << c.text;
+        EXPECT_NE(r.error.message().find(c.problem), std::string::npos) << r.error.message();
+        EXPECT_EQ(s.TestPointCount, 1);
+        EXPECT_EQ(s.TestTime[1], 7.0);
+        EXPECT_EQ(s.StartPressure, 1234.0);
+    }
+}
+
+// Worked by hand for times 1..10 reduced to 4: from t = 1 the next point is the
+// first at or above 10^(1/3) = 2.15 (t = 3); from t = 3 the first at or above
+// sqrt(3*10) = 5.48 (t = 6); then the last. Fewer points than asked come back whole.
+TEST(LogTimeSelection, HandWorkedCase) {
+    const std::vector<double> t = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+    EXPECT_EQ(logTimeSelection(t, 4), (std::vector<std::size_t>{0, 2, 5, 9}));
+    EXPECT_EQ(logTimeSelection(t, 10).size(), 10u);
+    EXPECT_EQ(logTimeSelection(t, 20).size(), 10u);
+}
+
+// A gauge sampling every second for 72 h holds 259,200 points, almost all of them
+// late. The 500 kept must include the first and last, be distinct and ascending,
+// keep every early point while the samples are sparser than the log spacing (the
+// wellbore-storage data), and then spread evenly in log time.
+TEST(LogTimeSelection, KeepsEarlyDataAndEvenLogSpacing) {
+    std::vector<double> t;
+    for (int i = 1; i <= 72 * 3600; ++i)
+        t.push_back(i / 3600.0);
+    const std::vector<std::size_t> kept = logTimeSelection(t, 500);
+    ASSERT_EQ(kept.size(), 500u);
+    EXPECT_EQ(kept.front(), 0u);
+    EXPECT_EQ(kept.back(), t.size() - 1);
+    for (std::size_t k = 1; k < kept.size(); ++k)
+        ASSERT_LT(kept[k - 1], kept[k]);
+    // The first samples are a whole second apart, more than the log spacing: kept.
+    for (std::size_t k = 0; k < 10; ++k)
+        EXPECT_EQ(kept[k], k);
+    // In the second half of the kept points the log-time steps are even: the ideal
+    // step of the remaining span, within the one-second resolution of the data.
+    const double ideal = std::log10(t[kept.back()] / t[kept[250]]) / 249.0;
+    for (std::size_t k = 251; k < kept.size(); ++k) {
+        const double step = std::log10(t[kept[k]] / t[kept[k - 1]]);
+        EXPECT_NEAR(step, ideal, 0.002) << k;
+    }
+}
+
+// More than 500 pairs are reduced to 500 and say so; the notice counts the pairs in
+// the file, and the points stored are the ones the selection keeps.
+TEST(Import, ResizesToFiveHundred) {
+    std::string text = "t,p\n";
+    for (int i = 1; i <= 2000; ++i)
+        text += std::to_string(i * 0.01) + "," + std::to_string(3000 - i * 0.1) + "\n";
+    AnalysisState s;
+    const ImportResult r = import(s, text);
+    ASSERT_TRUE(r.ok);
+    EXPECT_TRUE(r.summary.resized);
+    EXPECT_EQ(r.summary.pairsInFile, 2000);
+    EXPECT_EQ(r.summary.pairsKept, 500);
+    EXPECT_EQ(s.TestPointCount, 500);
+    EXPECT_DOUBLE_EQ(s.TestTime[1], 0.01);
+    EXPECT_DOUBLE_EQ(s.TestTime[500], 20.0);
+    EXPECT_DOUBLE_EQ(s.TestPressure[500], 2800.0);
+    EXPECT_STREQ(kImportNoticeResizing, "Too Many Test Data Pairs:               Resizing");
+}
+
+// A long import reports its progress, ending at the whole file; a cancelled one
+// leaves the test as it was.
+TEST(Import, ReportsProgressAndCanBeCancelled) {
+    std::string text;
+    for (int i = 1; i <= 300000; ++i)
+        text += std::to_string(i) + ".25\t2500.125\n";
+    std::vector<double> seen;
+    AnalysisState s;
+    ASSERT_TRUE(importTestData(s, text, "big.txt", [&](double f) {
+                    seen.push_back(f);
+                    return true;
+                }).ok);
+    ASSERT_GE(seen.size(), 3u);
+    for (std::size_t k = 1; k < seen.size(); ++k)
+        EXPECT_GT(seen[k], seen[k - 1]);
+    EXPECT_EQ(seen.back(), 1.0);
+
+    AnalysisState t;
+    t.TestPointCount = 3;
+    const ImportResult r = importTestData(t, text, "big.txt", [](double f) { return f < 0.3; });
+    EXPECT_FALSE(r.ok);
+    EXPECT_TRUE(r.cancelled);
+    EXPECT_EQ(t.TestPointCount, 3);
+}
+
+} // namespace
+} // namespace zorvekan
