@@ -30,7 +30,7 @@ struct WellResponse {
 // with the trapezoid rule in ln u (step 0.0025, relative error about 1e-9).
 // Early time: pD = T (unit slope). Late time: pD = 0.5 (ln T + 0.80907 + ln CDe2s),
 // derivative 0.5. pD includes the skin. Domain: CDe2s > 0, T > 0 and
-// 1e-13 <= CDe2s * T <= 1e73. About 0.1 ms per call (the Bessel functions are tabulated
+// 1e-13 <= CDe2s * T <= 1e73. About 0.2 ms per call (the Bessel functions are tabulated
 // once, on first use).
 double radialStoragePressure(double cde2s, double tdOverCd);
 double radialStorageDerivative(double cde2s, double tdOverCd);
