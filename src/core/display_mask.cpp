@@ -274,9 +274,12 @@ std::string Str(double value) {
         digits.pop_back();
 
     if (exponent < -4 || exponent >= 15) {
-        std::string text = sign + digits.substr(0, 1);
-        if (digits.size() > 1)
-            text += "." + digits.substr(1);
+        std::string text = sign;
+        text.push_back(digits[0]);
+        if (digits.size() > 1) {
+            text.push_back('.');
+            text.append(digits, 1);
+        }
         char expText[16];
         std::snprintf(expText, sizeof expText, "E%c%02d", exponent < 0 ? '-' : '+',
                       std::abs(exponent));
@@ -292,7 +295,12 @@ std::string Str(double value) {
     } else {
         fracPart = std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
     }
-    return sign + intPart + (fracPart.empty() ? "" : "." + fracPart);
+    std::string text = sign + intPart;
+    if (!fracPart.empty()) {
+        text.push_back('.');
+        text += fracPart;
+    }
+    return text;
 }
 
 } // namespace zorvekan
