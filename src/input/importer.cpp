@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 
 namespace zorvekan {
@@ -31,6 +32,46 @@ const char* skipBlanks(const char* p, const char* end) {
 
 enum class NumberRead { Ok, NotANumber, OutOfRange };
 
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Plain decimals ("2534.56", "-0.0125"), the form gauges write, read without the
+// general parser: digits m < 2^53 and a power 10^k with k <= 22 are both exact, so
+// the one division m / 10^k is correctly rounded, the same double as from_chars
+// gives (Clinger's fast path). Anything else returns false and takes the general path.
+bool plainDecimal(const char* p, const char* end, double& value, const char*& after) {
+    const bool negative = p < end && *p == '-';
+    if (negative)
+        ++p;
+    std::uint64_t mantissa = 0;
+    int digits = 0, decimals = 0;
+    while (p < end && isDigit(*p) && digits < 19) {
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
+        ++digits;
+    }
+    if (p < end && *p == '.') {
+        ++p;
+        while (p < end && isDigit(*p) && digits < 19) {
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
+            ++digits;
+            ++decimals;
+        }
+    }
+    constexpr std::uint64_t kExactLimit = std::uint64_t{1} << 53;
+    if (digits == 0 || mantissa > kExactLimit || decimals > 22 ||
+        (p < end && (isDigit(*p) || *p == 'e' || *p == 'E' || *p == '.')))
+        return false;
+    const double v = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+    value = negative ? -v : v;
+    after = p;
+    return true;
+}
+
 // A decimal number at p ("12", "-1.5", ".5", "1E-3", a leading "+"); `after` is set
 // past it. Text such as "inf", "nan" or "0x1F" is not read as a number.
 NumberRead readNumber(const char* p, const char* end, double& value, const char*& after) {
@@ -39,6 +80,8 @@ NumberRead readNumber(const char* p, const char* end, double& value, const char*
     const char* digits = p < end && *p == '-' ? p + 1 : p;
     if (digits >= end || !startsNumber(*digits))
         return NumberRead::NotANumber;
+    if (plainDecimal(p, end, value, after))
+        return NumberRead::Ok;
     const auto [ptr, ec] = std::from_chars(p, end, value);
     after = ptr;
     if (ec == std::errc::result_out_of_range)
@@ -111,6 +154,31 @@ public:
         return store(t, pressure, number);
     }
 
+    // The common line, "time<sep>pressure" with plain decimals and a positive time,
+    // read in the same pass that finds its end; returns false (having read nothing)
+    // for anything else, which line() then handles.
+    bool quickLine(const char* p, const char* end, char breakChar, const char*& next) {
+        double t = 0, pressure = 0;
+        const char* q = p;
+        if (!plainDecimal(p, end, t, q) || !(t > 0))
+            return false;
+        const char* s = skipBlanks(q, end);
+        if (s < end && (*s == ',' || *s == ';'))
+            s = skipBlanks(s + 1, end);
+        if (s == q || !plainDecimal(s, end, pressure, s))
+            return false;
+        if (breakChar == '\n' && s < end && *s == '\r')
+            ++s;
+        if (s < end && *s != breakChar)
+            return false;
+        next = s < end ? s + 1 : end;
+        m_dataBegun = true;
+        m_pairs.time.push_back(m_minutes ? t / 60.0 : t);
+        m_pairs.pressure.push_back(pressure);
+        ++m_pairs.summary.pairsInFile;
+        return true;
+    }
+
     bool finish() {
         if (m_pairs.summary.pairsInFile > 0)
             return true;
@@ -151,8 +219,9 @@ ParseStatus parseImportText(std::string_view text, const std::string& name, bool
                             ImportedPairs& pairs, FileError& error,
                             const ImportProgress& progress) {
     pairs = ImportedPairs{};
-    pairs.time.reserve(text.size() / 16 + 16);
-    pairs.pressure.reserve(text.size() / 16 + 16);
+    // Gauge lines are rarely shorter than 14 characters ("0.0125\t2534.6\n").
+    pairs.time.reserve(text.size() / 14 + 16);
+    pairs.pressure.reserve(text.size() / 14 + 16);
     PairParser parser(name, minutes, pairs, error);
     // Lines end with LF or CRLF; a file with none but CR (old Macintosh) ends them with CR.
     const char breakChar = text.find('\n') == std::string_view::npos ? '\r' : '\n';
@@ -161,11 +230,16 @@ ParseStatus parseImportText(std::string_view text, const std::string& name, bool
     const char* nextReport = p + kProgressBytes;
     long long number = 0;
     while (p < end) {
-        const void* found = std::memchr(p, breakChar, static_cast<std::size_t>(end - p));
-        const char* eol = found ? static_cast<const char*>(found) : end;
-        if (!parser.line(p, eol, ++number))
-            return ParseStatus::Failed;
-        p = eol < end ? eol + 1 : end;
+        ++number;
+        const char* next = p;
+        if (!parser.quickLine(p, end, breakChar, next)) {
+            const void* found = std::memchr(p, breakChar, static_cast<std::size_t>(end - p));
+            const char* eol = found ? static_cast<const char*>(found) : end;
+            if (!parser.line(p, eol, number))
+                return ParseStatus::Failed;
+            next = eol < end ? eol + 1 : end;
+        }
+        p = next;
         if (progress && p >= nextReport) {
             nextReport = p + kProgressBytes;
             if (!progress(static_cast<double>(p - text.data()) /
@@ -240,10 +314,10 @@ ImportResult importTestData(AnalysisState& s, std::string_view text, const std::
 ImportResult importTestFile(AnalysisState& s, const std::string& path,
                             const ImportProgress& progress) {
     ImportResult result;
-    std::string text;
-    if (!readWholeFile(path, text, result.error))
+    FileContents contents;
+    if (!contents.open(path, result.error))
         return result;
-    return importTestData(s, text, path, progress);
+    return importTestData(s, contents.text(), path, progress);
 }
 
 } // namespace zorvekan

@@ -12,6 +12,7 @@
 #include <fstream>
 #else
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -52,18 +53,17 @@ bool readWholeFile(const std::string& path, std::string& contents, FileError& er
     }
     contents.clear();
     const auto size = std::filesystem::file_size(path, ec);
-    if (!ec)
-        contents.reserve(static_cast<std::size_t>(size));
-    // Read in large blocks until the end: a file that grows while it is read (a gauge
-    // still logging) is taken as far as it got.
-    constexpr std::size_t kBlock = 1 << 20;
+    std::size_t block = ec ? std::size_t{1} << 20 : static_cast<std::size_t>(size) + 1;
+    // Read until the end: the size known beforehand in one call, and whatever a file
+    // still growing (a gauge still logging) has added after it.
     for (;;) {
         const std::size_t old = contents.size();
-        contents.resize(old + kBlock);
-        const std::size_t got = std::fread(contents.data() + old, 1, kBlock, f.get());
+        contents.resize(old + block);
+        const std::size_t got = std::fread(contents.data() + old, 1, block, f.get());
         contents.resize(old + got);
-        if (got < kBlock)
+        if (got < block)
             break;
+        block = std::size_t{1} << 20;
     }
     if (std::ferror(f.get())) {
         error = systemError(path, "cannot be read", errno ? errno : EIO);
@@ -73,6 +73,15 @@ bool readWholeFile(const std::string& path, std::string& contents, FileError& er
 }
 
 #if defined(_WIN32)
+
+FileContents::~FileContents() = default;
+
+bool FileContents::open(const std::string& path, FileError& error) {
+    if (!readWholeFile(path, m_copy, error))
+        return false;
+    m_text = m_copy;
+    return true;
+}
 
 bool writeFileAtomically(const std::string& path, std::string_view contents, FileError& error) {
     const std::string temporary = path + ".saving";
@@ -127,6 +136,41 @@ void syncFolder(const std::filesystem::path& folder) {
 }
 
 } // namespace
+
+#if defined(MAP_POPULATE)
+constexpr int kPopulate = MAP_POPULATE; // one read-ahead instead of a fault per page
+#else
+constexpr int kPopulate = 0;
+#endif
+
+FileContents::~FileContents() {
+    if (m_map)
+        ::munmap(m_map, m_mapSize);
+}
+
+bool FileContents::open(const std::string& path, FileError& error) {
+    const int fd = ::open(path.c_str(), O_RDONLY);
+    struct stat info {};
+    if (fd >= 0 && ::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size > 0) {
+        const auto size = static_cast<std::size_t>(info.st_size);
+        void* map = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | kPopulate, fd, 0);
+        if (map != MAP_FAILED) {
+            ::madvise(map, size, MADV_SEQUENTIAL);
+            ::close(fd);
+            m_map = map;
+            m_mapSize = size;
+            m_text = std::string_view(static_cast<const char*>(map), size);
+            return true;
+        }
+    }
+    if (fd >= 0)
+        ::close(fd);
+    // Empty files, pipes and file systems without mapping are read the ordinary way.
+    if (!readWholeFile(path, m_copy, error))
+        return false;
+    m_text = m_copy;
+    return true;
+}
 
 bool writeFileAtomically(const std::string& path, std::string_view contents, FileError& error) {
     const std::filesystem::path target(path);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,26 @@ struct FileError {
 // Reads a whole file into `contents`. Returns false with `error` filled (the file
 // cannot be opened or read, or is a directory) and `contents` unspecified.
 bool readWholeFile(const std::string& path, std::string& contents, FileError& error);
+
+// The contents of a file for a fast single pass: mapped into memory where the
+// system allows it (no copy of a large gauge file), read into memory otherwise.
+class FileContents {
+public:
+    FileContents() = default;
+    FileContents(const FileContents&) = delete;
+    FileContents& operator=(const FileContents&) = delete;
+    ~FileContents();
+
+    // False with `error` filled when the file cannot be opened or read.
+    bool open(const std::string& path, FileError& error);
+    std::string_view text() const { return m_text; }
+
+private:
+    void* m_map = nullptr;
+    std::size_t m_mapSize = 0;
+    std::string m_copy;
+    std::string_view m_text;
+};
 
 // Replaces `path` with `contents` so that a crash, a full disk or a power cut never
 // leaves a half-written file: the text goes to a temporary file in the same folder,

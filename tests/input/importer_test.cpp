@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,27 @@ TEST(Import, AcceptsEverySeparator) {
         EXPECT_EQ(s.TestPointCount, 1) << line;
         EXPECT_EQ(s.TestTime[1], 1.5) << line;
         EXPECT_EQ(s.TestPressure[1], 2000.25) << line;
+    }
+}
+
+// Gauge numbers take a fast path; it must give exactly the double the general
+// parser gives, also at its edges (2^53, 19 digits, 22 decimals, a leading zero run).
+TEST(Import, FastNumbersEqualTheGeneralParser) {
+    for (const char* number :
+         {"0.1", "2534.56", "-0.0125", "9007199254740993", "9007199254740992", "123456789012345678",
+          "1234567890123456789012", "0.3333333333333333", "0.0000000000000000000001",
+          "0.00000000000000000000001", "000000000000000000001.5", "1.", ".5", "4.35e1", "7E-3"}) {
+        AnalysisState s;
+        const double expected = std::strtod(number, nullptr);
+        std::string text = std::string("1,") + number + "\n";
+        if (expected > 0)
+            text += std::string(number) + ",1\n";
+        const ImportResult r = import(s, text);
+        ASSERT_TRUE(r.ok) << number << ": " << r.error.message();
+        EXPECT_EQ(s.TestPressure[1], expected) << number;
+        if (expected > 0) {
+            EXPECT_EQ(s.TestTime[s.TestPointCount], expected) << number;
+        }
     }
 }
 
