@@ -175,7 +175,9 @@ bool FileContents::open(const std::string& path, FileError& error) {
 bool writeFileAtomically(const std::string& path, std::string_view contents, FileError& error) {
     const std::filesystem::path target(path);
     const std::filesystem::path folder = target.parent_path();
-    std::string temporary = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+    std::string hidden(1, '.'); // built by appending: GCC 12 -O3 misreads "." + string
+    hidden.append(target.filename().string()).append(".XXXXXX");
+    std::string temporary = (folder / hidden).string();
     const int fd = ::mkstemp(temporary.data());
     if (fd < 0) {
         error = systemError(path, "cannot be written: no temporary file in its folder", errno);
