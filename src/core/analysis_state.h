@@ -88,7 +88,8 @@ struct AnalysisState {
     PointArray DeltaP;        // psi or m(p) units, possibly per unit rate
     PointArray LogTime;
     PointArray LogDeltaP;
-    BoundedArray<std::int16_t, kMaxTestPoints + 1> SourceIndex; // raw test point of each prepared one
+    BoundedArray<std::int16_t, kMaxTestPoints + 1>
+        SourceIndex; // raw test point of each prepared one
     PointArray DerivativeLogTime;
     PointArray LogDerivative;
     std::int16_t DerivativeCount = 0;
