@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "core/ui/PrintService.h"
+
+#include "core/launch_options.h"
+#include "core/ui/FileDialogService.h"
+#include "core/ui/MessageService.h"
+
+#include <QFileInfo>
+#include <QLayout>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QWidget>
+
+namespace zorvekan {
+
+namespace {
+
+QPageLayout::Orientation orientationFor(const QImage& page) {
+    return page.width() > page.height() ? QPageLayout::Landscape : QPageLayout::Portrait;
+}
+
+QString writePdf(const QImage& page, const QString& path) {
+    QPdfWriter writer(path);
+    writer.setResolution(300);
+    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientationFor(page),
+                                     QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter));
+    writer.setCreator(QStringLiteral("Zorvekan"));
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return QStringLiteral("Cannot write the page to %1.").arg(path);
+    paintPage(painter, page, painter.viewport());
+    painter.end();
+    return {};
+}
+
+} // namespace
+
+bool PrinterPrintService::print(QWidget* parent, const QImage& page) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(orientationFor(page));
+    QPrintDialog dialog(&printer, parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return false;
+    paintPage(painter, page, painter.viewport());
+    return painter.end();
+}
+
+QImage renderWindow(QWidget& window) {
+    window.ensurePolished();
+    if (!window.testAttribute(Qt::WA_Resized))
+        window.adjustSize();
+    if (QLayout* layout = window.layout())
+        layout->activate();
+    return window.grab().toImage();
+}
+
+void paintPage(QPainter& painter, const QImage& page, const QRect& area) {
+    if (page.isNull() || area.isEmpty())
+        return;
+    const QSizeF logical = page.deviceIndependentSize();
+    const QSize fitted = logical.scaled(QSizeF(area.size()), Qt::KeepAspectRatio).toSize();
+    const QRect target(area.left() + (area.width() - fitted.width()) / 2, area.top(),
+                       fitted.width(), fitted.height());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(target, page);
+}
+
+QString writePage(const QImage& page, const QString& path) {
+    const auto format = pageFormatOf(path.toStdString());
+    if (!format)
+        return QStringLiteral("A page is written as .pdf or .png, not %1.").arg(path);
+    if (page.isNull())
+        return QStringLiteral("There is no page to write.");
+    if (*format == PageFormat::Pdf)
+        return writePdf(page, path);
+    if (!page.save(path, "PNG"))
+        return QStringLiteral("Cannot write the page to %1.").arg(path);
+    return {};
+}
+
+bool exportPage(QWidget* parent, const QImage& page, FileDialogService& files,
+                MessageService& messages) {
+    QString path =
+        files.saveFileName(parent, QStringLiteral("PDF document (*.pdf);;PNG image (*.png)"));
+    if (path.isEmpty())
+        return false;
+    if (!pageFormatOf(path.toStdString()))
+        path += QStringLiteral(".pdf");
+    const QString error = writePage(page, path);
+    if (!error.isEmpty()) {
+        messages.show(parent, MessageService::Kind::Critical, QStringLiteral("ZORVEKAN"), error);
+        return false;
+    }
+    return true;
+}
+
+} // namespace zorvekan

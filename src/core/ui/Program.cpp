@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "core/ui/Program.h"
+
+#include "core/ui/PrintService.h"
+#include "core/ui/SplashScreen.h"
+#include "input/ui/DataEntryScreen.h"
+#include "input/ui/InputScreen.h"
+#include "properties/ui/CorrelationDialog.h"
+#include "properties/ui/PropertyCalculator.h"
+
+#include <utility>
+
+namespace zorvekan {
+
+Program::Program(AnalysisState& state, MessageService& messages, FileDialogService& files,
+                 PrintService& printer, ScreenRegistry::EndProgram endProgram)
+    : m_guard(messages), m_screens(std::move(endProgram)), m_context{state,    m_screens, m_guard,
+                                                                     messages, files,     printer} {
+    registerScreens();
+}
+
+void Program::registerScreens() {
+    ScreenRegistry& r = m_screens;
+    ScreenContext& c = m_context;
+    r.add(QStringLiteral("Form1"), [&c] { return new SplashScreen(c); });
+    r.add(QStringLiteral("inp"), [&c] { return new InputScreen(c); });
+    r.add(QStringLiteral("Datin"), [&c, &r] {
+        auto* entry = new DataEntryScreen(c);
+        auto* input = qobject_cast<InputScreen*>(r.window(QStringLiteral("inp")));
+        QObject::connect(entry, &DataEntryScreen::startPressureEntered, input,
+                         &InputScreen::setStartPressureText);
+        QObject::connect(entry, &DataEntryScreen::entryFinished, input,
+                         &InputScreen::refreshEntryState);
+        return entry;
+    });
+    r.add(QStringLiteral("mox"), [&c] { return new PropertyCalculator(c); });
+    r.add(QStringLiteral("Corch"), [&c, &r] {
+        auto* dialog = new CorrelationDialog(c);
+        auto* calculator = qobject_cast<PropertyCalculator*>(r.window(QStringLiteral("mox")));
+        QObject::connect(dialog, &CorrelationDialog::correlationSelected, calculator,
+                         &PropertyCalculator::showCorrelation);
+        QObject::connect(dialog, &CorrelationDialog::returnedToCalculator, calculator,
+                         &PropertyCalculator::takeFocusBack);
+        return dialog;
+    });
+    // Screens still to come: each becomes one r.add line like those above.
+    r.announce(QStringLiteral("inpsho"), QStringLiteral("Show/Edit Test Data"));
+    r.announce(QStringLiteral("kv1"), QStringLiteral("Semilog Analysis"));
+    r.announce(QStringLiteral("kv2"), QStringLiteral("Type Curve Analysis"));
+    r.announce(QStringLiteral("skin"), QStringLiteral("Skin Factor Evaluation"));
+    r.announce(QStringLiteral("datct"), QStringLiteral("Importing Test Data"));
+}
+
+void Program::start() {
+    m_screens.show(QStringLiteral("Form1"));
+}
+
+QString Program::openStartupFile(const QString& path) {
+    auto* input = qobject_cast<InputScreen*>(m_screens.window(QStringLiteral("inp")));
+    return input->openFile(path);
+}
+
+QStringList Program::exportPages(const std::vector<PageExport>& pages) {
+    QStringList errors;
+    for (const PageExport& p : pages) {
+        const QString name = QString::fromStdString(p.screen);
+        const QString path = QString::fromStdString(p.path);
+        QWidget* window = m_screens.window(name);
+        auto* page = dynamic_cast<PrintablePage*>(window);
+        if (!window && m_screens.title(name) != name)
+            errors.append(QStringLiteral("%1 (%2) is not available in this version yet.")
+                              .arg(name, m_screens.title(name)));
+        else if (!window)
+            errors.append(QStringLiteral("There is no screen named %1.").arg(name));
+        else if (!page)
+            errors.append(QStringLiteral("The screen %1 has no printed page.").arg(name));
+        else if (const QString error = writePage(page->printedPage(), path); !error.isEmpty())
+            errors.append(error);
+    }
+    return errors;
+}
+
+} // namespace zorvekan

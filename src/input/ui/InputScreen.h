@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/ui/PrintService.h"
+#include "input/input_rules.h"
+#include "input/input_screen_rules.h"
+
+#include <QMainWindow>
+
+#include <array>
+
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QToolBar;
+
+namespace zorvekan {
+
+struct ScreenContext;
+
+// inp: the main screen on which the engineer describes the test (title, test type,
+// fluids, time units, reservoir and fluid properties) and from which every other
+// screen is reached. Each control writes the analysis state as it changes.
+class InputScreen : public QMainWindow, public PrintablePage {
+    Q_OBJECT
+
+public:
+    explicit InputScreen(ScreenContext& context, QWidget* parent = nullptr);
+
+    // Toolbar buttons and menu entries by their key: "Open", "Save", "Import",
+    // "Print", "Export", "Exit".
+    void runCommand(const QString& key);
+
+    void openTestFile();
+    void saveTestFile();
+    void importTestData();
+    void printScreen();
+    void exportScreen();
+    void showVersion();
+
+    // Opens the test file at `path` (the command line's FILE). Returns an error text,
+    // empty when the file was opened.
+    QString openFile(const QString& path);
+
+    // Refills every control from the state, as after a test file is opened: the
+    // property boxes get the file's refill masks and their change rules store the
+    // displayed values; the lists and check boxes show the stored choices.
+    void refillFromState();
+
+    QImage printedPage() override;
+
+public Q_SLOTS:
+    // The entry screen found the start of the test (a row at time 0).
+    void setStartPressureText(const QString& text);
+    // Rates or test points were entered: summaries and the analysis list follow.
+    void refreshEntryState();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QWidget* buildHeading();
+    QGroupBox* buildTestGroup();
+    QGroupBox* buildFluidGroup();
+    QWidget* buildPropertyGroups();
+    QGroupBox* buildEntryGroup();
+    QGroupBox* buildAnalysisGroup();
+    void buildCommands();
+    QAction* addCommand(const QString& key, const QString& menuText);
+
+    void testTypeChosen(int index);
+    void fluidChanged();
+    void rateTimeChosen(int index);
+    void testTimeChosen(int index);
+    void propertyEdited(PropertyBox box, const QString& text);
+    void solutionGorEdited(const QString& text);
+    void navigate(const QString& item);
+    void showVisibility();
+    void setPrintLayout(bool printing);
+    QImage renderPage();
+    FluidChoice fluidChoice() const;
+    void notAvailableYet(const QString& what);
+
+    template <class Handler> void guarded(Handler&& handler);
+
+    ScreenContext& m_ctx;
+    QToolBar* m_toolbar = nullptr;
+    QLabel* m_heading = nullptr; // Label4
+    QLineEdit* m_title = nullptr;
+    QComboBox* m_testType = nullptr;
+    QComboBox* m_rateTime = nullptr;
+    QComboBox* m_testTime = nullptr;
+    QComboBox* m_gasAnalysis = nullptr;
+    QLabel* m_gasAnalysisLabel = nullptr;
+    std::array<QCheckBox*, 3> m_fluids{};
+    QLabel* m_undersaturated = nullptr; // Label18
+    std::array<QLineEdit*, kPropertyBoxCount> m_boxes{};
+    std::array<QLabel*, kPropertyBoxCount> m_labels{};
+    QLabel* m_radius = nullptr;
+    std::array<QPushButton*, 3> m_commands{};
+    QLabel* m_rateSummary = nullptr;
+    QLabel* m_pointSummary = nullptr;
+    QListWidget* m_analyses = nullptr; // List1
+    QListWidget* m_skin = nullptr;     // List2
+    int m_acceptedRateTime = -1;
+};
+
+} // namespace zorvekan
