@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "../../support/ui/FakeServices.h"
+
+#include "properties/ui/PropertyCalculator.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+namespace zorvekan::testing {
+
+using namespace Qt::StringLiterals;
+
+class PropertyCalculatorTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<TestProgram> t;
+    QWidget* mox = nullptr;
+
+    void calculate(const char* gravity, const char* pressure, const char* temperature) {
+        typeInto(mox, "ggin", QString::fromUtf8(gravity));
+        typeInto(mox, "pin", QString::fromUtf8(pressure));
+        typeInto(mox, "tin", QString::fromUtf8(temperature));
+        click(mox, "Command1");
+    }
+    QString results() const { return child<QLabel>(mox, "Picture1")->text(); }
+
+private Q_SLOTS:
+    void init() {
+        t = std::make_unique<TestProgram>();
+        mox = t->show("mox");
+    }
+    void cleanup() { t.reset(); }
+
+    void gasResults_data() {
+        QTest::addColumn<QString>("gas");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("wet gas") << u"Wet Gas"_s
+                                 << u"Gas Z-Factor = .882\nGas FVF = .977 RB/MCF\n"
+                                    u"Gas Compressibility = 300.1 microsips\n"
+                                    u"Gas Viscosity = .02 cp\nGas Density = 9.71 lb/cu ft"_s;
+        QTest::newRow("dry gas") << u"Dry Gas"_s
+                                 << u"Gas Z-Factor = .872\nGas FVF = .966 RB/MCF\n"
+                                    u"Gas Compressibility = 299.4 microsips\n"
+                                    u"Gas Viscosity = .02 cp\nGas Density = 9.83 lb/cu ft"_s;
+    }
+    // The calculator must show the same lines as the command line, with the gas kind
+    // chosen on Corch (a 0.7 gas at 3000 psia and 200 F).
+    void gasResults() {
+        QFETCH(QString, gas);
+        QFETCH(QString, expected);
+        click(mox, "Command2");
+        QWidget* corch = t->screen("Corch");
+        auto* list = child<QListWidget>(corch, "Gasch");
+        list->setCurrentItem(list->findItems(gas, Qt::MatchExactly).first());
+        calculate("0.7", "3000", "200");
+        QCOMPARE(results(), expected);
+        QCOMPARE(child<QLineEdit>(mox, "Text1")->text(), QString());
+        QVERIFY(!t->endCode);
+    }
+
+    void zFactorFailureEndsProgram_data() {
+        QTest::addColumn<QString>("pressure");
+        QTest::addColumn<QString>("temperature");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("Tpr below 1")
+            << u"1000"_s << u"-300"_s << u"pTr<1: z-factor Routine FAILS"_s;
+        QTest::newRow("Ppr above 20.5")
+            << u"20000"_s << u"200"_s << u"pPr>20.5: z-factor Routine FAILS"_s;
+    }
+    // Outside the Hall-Yarborough range the calculator writes the failure into Text1
+    // and ends the program at once, with no results shown.
+    void zFactorFailureEndsProgram() {
+        QFETCH(QString, pressure);
+        QFETCH(QString, temperature);
+        QFETCH(QString, message);
+        calculate("0.7", pressure.toUtf8().constData(), temperature.toUtf8().constData());
+        QCOMPARE(child<QLineEdit>(mox, "Text1")->text(), message);
+        QCOMPARE(t->endCode, std::optional<int>(1));
+        QCOMPARE(results(), QString());
+    }
+
+    // No gravity, no gas: nothing is computed and the engineer is told why.
+    void noGasWithoutGravity() {
+        calculate("0", "3000", "200");
+        QCOMPARE(results(), QString());
+        QVERIFY(!child<QLineEdit>(mox, "Text1")->text().isEmpty());
+        QVERIFY(!t->endCode);
+    }
+
+    // The column starts with the correlations the stored codes stand for, and the
+    // inputs with what the input screen already holds.
+    void startsFromTheState() {
+        QCOMPARE(child<QLabel>(mox, "oilSelected")->text(),
+                 QStringLiteral("Standing : California Crudes"));
+        QCOMPARE(child<QLabel>(mox, "gasSelected")->text(), QStringLiteral("Wet Gas"));
+        TestProgram other;
+        other.state.GasGravity = 0.65;
+        other.state.StartPressure = 2500;
+        other.state.ReservoirTemperature = 180;
+        QWidget* calc = other.show("mox");
+        QCOMPARE(child<QLineEdit>(calc, "ggin")->text(), QStringLiteral(".65"));
+        QCOMPARE(child<QLineEdit>(calc, "pin")->text(), QStringLiteral("2500."));
+        QCOMPARE(child<QLineEdit>(calc, "tin")->text(), QStringLiteral("180."));
+        click(calc, "Command3");
+        QVERIFY(!calc->isVisible());
+    }
+};
+
+} // namespace zorvekan::testing
+
+QTEST_MAIN(zorvekan::testing::PropertyCalculatorTest)
+#include "PropertyCalculatorTest.moc"
