@@ -10,6 +10,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace zorvekan {
@@ -61,6 +62,9 @@ SplashScreen::SplashScreen(ScreenContext& context, QWidget* parent)
     layout->addWidget(credit);
 
     m_ctx.guard.run(this, [this] { drawSplashPicture(*m_picture); });
+    adjustSize();
+    if (const QScreen* where = screen())
+        move(where->availableGeometry().center() - rect().center());
 
     m_timer = new QTimer(this);
     m_timer->setObjectName(QStringLiteral("Timer1"));

@@ -266,6 +266,8 @@ QGroupBox* InputScreen::buildEntryGroup() {
     m_rateSummary->setObjectName(QStringLiteral("rateSummary"));
     m_pointSummary = plainLabel(QString(), group);
     m_pointSummary->setObjectName(QStringLiteral("pointSummary"));
+    for (QLabel* summary : {m_rateSummary, m_pointSummary})
+        summary->setWordWrap(true);
     grid->addWidget(m_commands[1], 0, 0);
     grid->addWidget(m_rateSummary, 0, 1);
     grid->addWidget(m_commands[2], 1, 0);
