@@ -101,6 +101,8 @@ void applyTestTimeUnit(AnalysisState& s, std::string_view item) {
 bool applySolutionGor(AnalysisState& s, double gor) {
     s.SolutionGor = gor;
     const int n = s.RateCount;
+    if (n < 1) // no rate yet: nothing tells whether the gas is free
+        return false;
     if (s.GasRate[n] - gor * s.Rate[n] > 0)
         return false;
     if (s.FluidFlags == kOilGas)

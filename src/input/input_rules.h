@@ -41,6 +41,7 @@ void applyTestTimeUnit(AnalysisState& s, std::string_view item);
 
 // Solution-GOR rule: stores SolutionGor; when the last rate carries no free gas
 // (q_g - Rs*q_o <= 0) gas is no longer a flowing phase: 4 becomes 1 and 7 becomes 5.
+// Before any rate is entered the rule does not apply.
 // Returns true in that undersaturated case (the gas box is to be cleared and
 // "Undersaturated Condition" shown).
 bool applySolutionGor(AnalysisState& s, double gor);

@@ -3,7 +3,6 @@
 
 #include "core/analysis_data.h"
 #include "core/display_mask.h"
-#include "core/val.h"
 #include "core/version.h"
 
 #include <utility>
@@ -59,14 +58,6 @@ FluidChoice fluidChoiceOf(std::int16_t code) {
     f.water = code == kWater || code == kOilWater || code == kGasWater || code == kOilGasWater;
     f.gasInPseudopressure = code != kGasPressure;
     return f;
-}
-
-bool applySolutionGorText(AnalysisState& s, std::string_view text) {
-    if (s.RateCount < 1) {
-        s.SolutionGor = Val(text);
-        return false;
-    }
-    return applyPropertyText(s, PropertyBox::SolutionGor, text);
 }
 
 std::optional<std::string> navigationScreen(std::string_view item) {

@@ -51,12 +51,6 @@ void applyFluidChoice(AnalysisState& s, const FluidChoice& f);
 // The check boxes and gaspk that show a fluid code (the inverse of fluidCode).
 FluidChoice fluidChoiceOf(std::int16_t fluidFlags);
 
-// Solution-GOR box: stores the GOR; the undersaturated rule (applySolutionGor) applies
-// only once a rate has been entered, so a GOR typed before the rates never takes gas
-// out of the test. Returns true when the gas box is to be cleared and "Undersaturated
-// Condition" shown.
-bool applySolutionGorText(AnalysisState& s, std::string_view text);
-
 // ---- navigation ----
 
 inline constexpr std::array<std::string_view, 3> kAnalysisItems = {

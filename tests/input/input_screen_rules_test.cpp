@@ -78,13 +78,13 @@ TEST(FluidChoice, RoundTripsEveryCode) {
 TEST(SolutionGorText, OnlyAfterRates) {
     AnalysisState s;
     s.FluidFlags = kOilGas;
-    EXPECT_FALSE(applySolutionGorText(s, "0.9"));
+    EXPECT_FALSE(applyPropertyText(s, PropertyBox::SolutionGor, "0.9"));
     EXPECT_EQ(s.FluidFlags, kOilGas);
     EXPECT_EQ(s.SolutionGor, 0.9);
     s.RateCount = 1;
     s.Rate[1] = 100;
     s.GasRate[1] = 80;
-    EXPECT_TRUE(applySolutionGorText(s, "0.9"));
+    EXPECT_TRUE(applyPropertyText(s, PropertyBox::SolutionGor, "0.9"));
     EXPECT_EQ(s.FluidFlags, kOil);
 }
 

@@ -504,7 +504,7 @@ void InputScreen::propertyEdited(PropertyBox box, const QString& text) {
 void InputScreen::solutionGorEdited(const QString& text) {
     guarded([&] {
         m_undersaturated->hide();
-        if (applySolutionGorText(m_ctx.state, text.toStdString())) {
+        if (applyPropertyText(m_ctx.state, PropertyBox::SolutionGor, text.toStdString())) {
             m_fluids[1]->setChecked(false);
             m_undersaturated->show();
         }
