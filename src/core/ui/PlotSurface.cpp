@@ -50,6 +50,11 @@ double PlotSurface::toUserY(double py) const {
     return frame().toUserY(py);
 }
 
+QPointF PlotSurface::toDevice(double x, double y) const {
+    const PlotFrame f = frame();
+    return {f.toDeviceX(x), f.toDeviceY(y)};
+}
+
 void PlotSurface::setUserWindow(double left, double top, double width, double height) {
     m_window = {left, top, width, height};
 }

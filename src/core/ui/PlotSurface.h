@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QPointF>
 #include <QString>
 #include <QWidget>
 
@@ -41,6 +42,8 @@ public:
     // Plot units of a point of the widget.
     double toUserX(double px) const;
     double toUserY(double py) const;
+    // The widget point of a position in plot units (where a click lands on it).
+    QPointF toDevice(double x, double y) const;
 
     // The picture alone, as PNG (the image) or SVG (the display list), by extension.
     // Returns an error text, empty when written.

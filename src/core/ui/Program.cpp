@@ -7,6 +7,7 @@
 #include "input/ui/InputScreen.h"
 #include "properties/ui/CorrelationDialog.h"
 #include "properties/ui/PropertyCalculator.h"
+#include "semilog/ui/SemilogScreen.h"
 
 #include <utility>
 
@@ -43,9 +44,9 @@ void Program::registerScreens() {
                          &PropertyCalculator::takeFocusBack);
         return dialog;
     });
+    r.add(QStringLiteral("kv1"), [&c] { return new SemilogScreen(c); });
     // Screens still to come: each becomes one r.add line like those above.
     r.announce(QStringLiteral("inpsho"), QStringLiteral("Show/Edit Test Data"));
-    r.announce(QStringLiteral("kv1"), QStringLiteral("Semilog Analysis"));
     r.announce(QStringLiteral("kv2"), QStringLiteral("Type Curve Analysis"));
     r.announce(QStringLiteral("skin"), QStringLiteral("Skin Factor Evaluation"));
     r.announce(QStringLiteral("datct"), QStringLiteral("Importing Test Data"));
