@@ -40,6 +40,11 @@ public:
     virtual void line(double x1, double y1, double x2, double y2) = 0;
     virtual void dot(double x, double y) = 0;
     virtual void text(double x, double y, std::string_view text) = 0;
+
+    // Between these, drawing is transient (a rubber band and what it repaints): it shows
+    // at once but is not part of the picture a resized or exported plot is drawn from.
+    virtual void beginTransient() {}
+    virtual void endTransient() {}
 };
 
 } // namespace zorvekan

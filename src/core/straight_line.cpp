@@ -25,6 +25,7 @@ void lineMouseMove(StraightLine& line, Canvas& c, double x, double y,
                    const std::function<void()>& redrawPoints) {
     if (line.clickState != 1)
         return;
+    c.beginTransient();
     c.setPenWidth(1);
     if (line.bandState == 2) {
         c.setPenColor(kWhite);
@@ -39,6 +40,7 @@ void lineMouseMove(StraightLine& line, Canvas& c, double x, double y,
         redrawPoints();
     c.setPenColor(kBlack);
     c.setPenWidth(1);
+    c.endTransient();
 }
 
 void drawStraightLine(Canvas& c, const StraightLine& line, Rgb colour) {

@@ -106,10 +106,11 @@ void PlotSurface::fitImageToSize() const {
 
 void PlotSurface::record(Op op) {
     fitImageToSize();
-    m_ops.push_back(std::move(op));
     QPainter painter(&m_image);
     painter.setFont(font());
-    paintOp(painter, m_ops.back(), width(), height());
+    paintOp(painter, op, width(), height());
+    if (!m_transient)
+        m_ops.push_back(std::move(op));
     update();
 }
 

@@ -35,6 +35,8 @@ public:
     void line(double x1, double y1, double x2, double y2) override;
     void dot(double x, double y) override;
     void text(double x, double y, std::string_view text) override;
+    void beginTransient() override { m_transient = true; }
+    void endTransient() override { m_transient = false; }
 
     // The persistent picture as it stands, at the surface's current size.
     const QImage& picture() const;
@@ -84,7 +86,8 @@ private:
     int m_penWidth = 1;
     bool m_dashed = false;
     std::vector<Op> m_ops;
-    mutable QImage m_image; // follows the size lazily: a hidden widget gets no resize event
+    bool m_transient = false; // painted, not kept in m_ops
+    mutable QImage m_image;   // follows the size lazily: a hidden widget gets no resize event
 };
 
 } // namespace zorvekan

@@ -71,6 +71,25 @@ private Q_SLOTS:
     }
 
     // Mouse positions must come back in plot units so picks invert the axes.
+    // A rubber band shows while the mouse moves but is not part of the picture: a
+    // resized plot must not bring back every band drawn since the last redraw (nor keep
+    // them all in memory).
+    void transientDrawingIsNotKept() {
+        PlotSurface s;
+        frame(s);
+        s.setPenColor({0, 0, 0});
+        s.line(0, 50, 100, 50);
+        s.beginTransient();
+        s.line(0, 20, 100, 20); // device y = 96
+        s.endTransient();
+        QCOMPARE(at(s, 100, 96), qRgb(0, 0, 0));
+        s.resize(200, 121);
+        (void)s.picture(); // redrawn at the new size from what it keeps
+        s.resize(200, 120);
+        QCOMPARE(at(s, 100, 96), qRgb(255, 255, 255));
+        QCOMPARE(at(s, 100, 60), qRgb(0, 0, 0));
+    }
+
     void mouseInPlotUnits() {
         PlotSurface s;
         frame(s);
