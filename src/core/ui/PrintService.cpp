@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QLayout>
+#include <QMainWindow>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
@@ -99,6 +100,33 @@ bool exportPage(QWidget* parent, const QImage& page, FileDialogService& files,
         return false;
     }
     return true;
+}
+
+} // namespace zorvekan
+
+namespace zorvekan {
+
+QImage formPage(QMainWindow& window, QWidget* toolbar, QWidget* heading,
+                const std::function<void(const QImage&)>& whileShown) {
+    auto layoutFor = [&](bool printing) {
+        toolbar->setVisible(!printing);
+        heading->setVisible(printing);
+        window.centralWidget()->layout()->activate();
+        window.layout()->activate();
+    };
+    layoutFor(true);
+    struct Restore {
+        std::function<void()> undo;
+        ~Restore() { undo(); }
+    } restore{[&] { layoutFor(false); }};
+    const QImage whole = renderWindow(window);
+    const qreal ratio = whole.devicePixelRatio();
+    const QRect area = window.centralWidget()->geometry();
+    QImage page = whole.copy(QRectF(area.topLeft() * ratio, area.size() * ratio).toRect());
+    page.setDevicePixelRatio(ratio);
+    if (whileShown)
+        whileShown(page);
+    return page;
 }
 
 } // namespace zorvekan

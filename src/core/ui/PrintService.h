@@ -5,7 +5,10 @@
 #include <QRect>
 #include <QString>
 
+#include <functional>
+
 class QPainter;
+class QMainWindow;
 class QWidget;
 
 namespace zorvekan {
@@ -38,6 +41,12 @@ public:
 
 // The window as it is drawn, laid out first so a window never shown renders too.
 QImage renderWindow(QWidget& window);
+
+// The page of a screen's Print command: the form below its menu bar, with the toolbar
+// hidden and the printed heading shown while the page is taken (and while `whileShown`
+// runs, which is where a printer is handed the page); the screen is restored after.
+QImage formPage(QMainWindow& window, QWidget* toolbar, QWidget* heading,
+                const std::function<void(const QImage&)>& whileShown = {});
 
 // Draws the page scaled to fit inside `area`, keeping its proportions, at the top.
 void paintPage(QPainter& painter, const QImage& page, const QRect& area);

@@ -253,12 +253,8 @@ void SemilogScreen::runCommand(const QString& key) {
             hide();
             m_ctx.screens.show(QStringLiteral("inp"));
         } else if (key == QStringLiteral("Print")) {
-            setPrintLayout(true);
-            struct Restore {
-                SemilogScreen* screen;
-                ~Restore() { screen->setPrintLayout(false); }
-            } restore{this};
-            m_ctx.printer.print(this, renderPage());
+            formPage(*this, m_toolbar, m_heading,
+                     [this](const QImage& page) { m_ctx.printer.print(this, page); });
         } else if (key == QStringLiteral("Export")) {
             exportPage(this, printedPage(), m_ctx.files, m_ctx.messages);
         } else if (key == QStringLiteral("Exit")) {
@@ -433,22 +429,6 @@ void SemilogScreen::automaticTypeCurveMatching() {
                                 QStringLiteral(" is not available in this version yet."));
 }
 
-void SemilogScreen::setPrintLayout(bool printing) {
-    m_toolbar->setVisible(!printing);
-    m_heading->setVisible(printing);
-    centralWidget()->layout()->activate();
-    layout()->activate();
-}
-
-QImage SemilogScreen::renderPage() {
-    const QImage window = renderWindow(*this);
-    const qreal ratio = window.devicePixelRatio();
-    const QRect area = centralWidget()->geometry();
-    QImage page = window.copy(QRectF(area.topLeft() * ratio, area.size() * ratio).toRect());
-    page.setDevicePixelRatio(ratio);
-    return page;
-}
-
 QImage SemilogScreen::printedPage() {
     if (!m_drawn) {
         // A page asked for before the screen was ever shown (batch export): the four
@@ -467,10 +447,7 @@ QImage SemilogScreen::printedPage() {
         redrawLinear();
         redrawBilinear();
     }
-    setPrintLayout(true);
-    QImage page = renderPage();
-    setPrintLayout(false);
-    return page;
+    return formPage(*this, m_toolbar, m_heading);
 }
 
 } // namespace zorvekan

@@ -101,9 +101,6 @@ private:
     void computeResults();
     void appendResult(const std::string& line);
 
-    void setPrintLayout(bool printing);
-    QImage renderPage();
-
     ScreenContext& m_ctx;
     PlotSurface *m_semi = nullptr, *m_stor = nullptr, *m_sqr = nullptr, *m_qtr = nullptr;
     QWidget *m_semiPanel = nullptr, *m_storPanel = nullptr, *m_sqrPanel = nullptr,
