@@ -116,6 +116,11 @@ private Q_SLOTS:
         QVERIFY(shown(kv1, "Command1"));
         // The pixel rounding of a click moves the line by a fraction of a unit only.
         QVERIFY(std::fabs(kv1->semilogLine().x2 - b.x()) < 0.5);
+        // Handing over to type curves marks the estimates as there to use.
+        click(kv1, "Command1");
+        QCOMPARE(t->state.TypeCurveEstimateFlag, 1);
+        t->program->screens().show(QStringLiteral("kv1"));
+        QCOMPARE(t->state.TypeCurveEstimateFlag, 0);
     }
 
     // A click on the unit-slope storage line gives C = q*B*dt/(24*dp): the example's
