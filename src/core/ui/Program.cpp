@@ -61,6 +61,17 @@ QString Program::openStartupFile(const QString& path) {
     return input->openFile(path);
 }
 
+namespace {
+// The page of one screen written to `path`; a fault while drawing it is reported as text.
+QString writePageOf(const QString& name, PrintablePage& page, const QString& path) {
+    try {
+        return writePage(page.printedPage(), path);
+    } catch (const std::exception& e) {
+        return name + QStringLiteral(": ") + QString::fromUtf8(e.what());
+    }
+}
+} // namespace
+
 QStringList Program::exportPages(const std::vector<PageExport>& pages) {
     QStringList errors;
     for (const PageExport& p : pages) {
@@ -75,7 +86,7 @@ QStringList Program::exportPages(const std::vector<PageExport>& pages) {
             errors.append(QStringLiteral("There is no screen named %1.").arg(name));
         else if (!page)
             errors.append(QStringLiteral("The screen %1 has no printed page.").arg(name));
-        else if (const QString error = writePage(page->printedPage(), path); !error.isEmpty())
+        else if (const QString error = writePageOf(name, *page, path); !error.isEmpty())
             errors.append(error);
     }
     return errors;

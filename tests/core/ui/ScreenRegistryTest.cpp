@@ -160,11 +160,16 @@ private Q_SLOTS:
         QTemporaryDir dir;
         const QString png = dir.filePath(QStringLiteral("inp.png"));
         const QStringList errors = t.program->exportPages(
-            {{"inp", png.toStdString()}, {"kv1", "x.png"}, {"nosuch", "y.pdf"}});
-        QCOMPARE(errors.size(), 2);
+            {{"inp", png.toStdString()},
+             {"kv2", "x.png"},
+             {"nosuch", "y.pdf"},
+             {"kv1", dir.filePath(QStringLiteral("kv1.png")).toStdString()}});
+        QCOMPARE(errors.size(), 3);
         QCOMPARE(errors[0],
-                 QStringLiteral("kv1 (Semilog Analysis) is not available in this version yet."));
+                 QStringLiteral("kv2 (Type Curve Analysis) is not available in this version yet."));
         QCOMPARE(errors[1], QStringLiteral("There is no screen named nosuch."));
+        // A page that cannot be drawn (no test points) is reported, not a crash.
+        QVERIFY2(errors[2].startsWith(QStringLiteral("kv1: No data")), qPrintable(errors[2]));
         const QImage page(png);
         QVERIFY(page.width() > 400 && page.height() > 300);
         QVERIFY(!t.screen("inp")->isVisible());
