@@ -81,8 +81,12 @@ std::optional<std::int16_t> fluidCode(bool oil, bool gas, bool water, bool gasIn
     return gasInPseudopressure ? kGasPseudopressure : kGasPressure;
 }
 
+bool flowTimeUnitAllowed(const AnalysisState& s) {
+    return s.FluidFlags == kGasPseudopressure || s.OilFvf > 0;
+}
+
 std::optional<std::string> applyRateTimeUnit(AnalysisState& s, std::string_view item) {
-    if (s.FluidFlags != kGasPseudopressure && !(s.OilFvf > 0))
+    if (!flowTimeUnitAllowed(s))
         return std::string(kEnterFvfMessage);
     if (item == kRateTimeUnits[0])
         s.RateTimeUnit = 0;
@@ -103,6 +107,9 @@ bool applySolutionGor(AnalysisState& s, double gor) {
     const int n = s.RateCount;
     if (n < 1) // no rate yet: nothing tells whether the gas is free
         return false;
+    const int code = s.FluidFlags;
+    if (code != kOil && code != kOilGas && code != kOilWater && code != kOilGasWater)
+        return false; // gas, water, gas and water: no oil to hold gas in solution
     if (s.GasRate[n] - gor * s.Rate[n] > 0)
         return false;
     if (s.FluidFlags == kOilGas)

@@ -34,14 +34,18 @@ std::optional<std::int16_t> fluidCode(bool oil, bool gas, bool water, bool gasIn
 
 // The flow-time unit may be chosen only once an FVF is known (the producing time is
 // computed from reservoir volumes), except for gas analysed in pseudopressure.
-// Returns the input-error message when the unit must be refused, else sets RateTimeUnit.
+bool flowTimeUnitAllowed(const AnalysisState& s);
+
+// Returns the input-error message when the unit must be refused (flowTimeUnitAllowed),
+// else sets RateTimeUnit.
 std::optional<std::string> applyRateTimeUnit(AnalysisState& s, std::string_view item);
 
 void applyTestTimeUnit(AnalysisState& s, std::string_view item);
 
 // Solution-GOR rule: stores SolutionGor; when the last rate carries no free gas
 // (q_g - Rs*q_o <= 0) gas is no longer a flowing phase: 4 becomes 1 and 7 becomes 5.
-// Before any rate is entered the rule does not apply.
+// Before any rate is entered, and in a test without oil (gas dissolves in oil), the
+// rule does not apply.
 // Returns true in that undersaturated case (the gas box is to be cleared and
 // "Undersaturated Condition" shown).
 bool applySolutionGor(AnalysisState& s, double gor);

@@ -112,5 +112,17 @@ TEST(SolutionGor, UndersaturatedDropsTheGasPhase) {
     EXPECT_EQ(s.FluidFlags, kOilWater);
 }
 
+// Gas dissolves in oil: a gas and water test whose last rate carries no gas (a
+// reopened file with a GOR left from an oil test) must not be told the gas is gone.
+TEST(SolutionGor, NoOilNoUndersaturation) {
+    AnalysisState s;
+    s.FluidFlags = kGasWater;
+    s.RateCount = 1;
+    s.WaterRate[1] = 300;
+    EXPECT_FALSE(applySolutionGor(s, 0.5));
+    EXPECT_EQ(s.FluidFlags, kGasWater);
+    EXPECT_EQ(s.SolutionGor, 0.5);
+}
+
 } // namespace
 } // namespace zorvekan
