@@ -94,8 +94,9 @@ std::string rateSummary(const AnalysisState& s) {
         return "No rates entered";
     const bool gasAlone = s.FluidFlags == kGasPseudopressure || s.FluidFlags == kGasPressure;
     std::string text = std::to_string(n) + (n == 1 ? " rate" : " rates");
-    text += ", q = " + Format(s.FlowRate, "######.#") + (gasAlone ? " MCF/day" : " STB/day");
-    text += ", tp = " + Format(s.ProducingTime, "######.##") + " hrs.";
+    // The units digit is always shown: a drawdown's tp of 0 reads "0.", not ".".
+    text += ", q = " + Format(s.FlowRate, "#####0.#") + (gasAlone ? " MCF/day" : " STB/day");
+    text += ", tp = " + Format(s.ProducingTime, "#####0.##") + " hrs.";
     return text;
 }
 

@@ -118,7 +118,8 @@ TEST(Navigation, ScreenAndPlotKind) {
     EXPECT_EQ(s.TimeFunction[1], 12.0); // tp*t/(tp + t), prepared afresh
 }
 
-// The summaries are what the engineer checks the derived q and tp against.
+// The summaries are what the engineer checks the derived q and tp against; a zero
+// must read as a number.
 TEST(InputTexts, SummariesAndRadius) {
     AnalysisState s;
     EXPECT_EQ(rateSummary(s), "No rates entered");
@@ -129,6 +130,9 @@ TEST(InputTexts, SummariesAndRadius) {
     s.ProducingTime = 72.5;
     s.FluidFlags = kGasPressure;
     EXPECT_EQ(rateSummary(s), "1 rate, q = 2500. MCF/day, tp = 72.5 hrs.");
+    s.ProducingTime = 0; // a drawdown: a bare "." would read as a missing value
+    s.FlowRate = 0.25;
+    EXPECT_EQ(rateSummary(s), "1 rate, q = 0.3 MCF/day, tp = 0. hrs.");
     s.TestPointCount = 1;
     EXPECT_EQ(testPointSummary(s), "1 test point");
     EXPECT_FALSE(analysisListAvailable(AnalysisState{}));
