@@ -4,6 +4,7 @@
 #include "core/ui/PrintService.h"
 #include "core/ui/SplashScreen.h"
 #include "input/ui/DataEntryScreen.h"
+#include "input/ui/ImportNotice.h"
 #include "input/ui/InputScreen.h"
 #include "properties/ui/CorrelationDialog.h"
 #include "properties/ui/PropertyCalculator.h"
@@ -34,6 +35,7 @@ void Program::registerScreens() {
                          &InputScreen::refreshEntryState);
         return entry;
     });
+    r.add(QStringLiteral("datct"), [&c] { return new ImportNotice(c); });
     r.add(QStringLiteral("mox"), [&c] { return new PropertyCalculator(c); });
     r.add(QStringLiteral("Corch"), [&c, &r] {
         auto* dialog = new CorrelationDialog(c);
@@ -49,7 +51,6 @@ void Program::registerScreens() {
     r.announce(QStringLiteral("inpsho"), QStringLiteral("Show/Edit Test Data"));
     r.announce(QStringLiteral("kv2"), QStringLiteral("Type Curve Analysis"));
     r.announce(QStringLiteral("skin"), QStringLiteral("Skin Factor Evaluation"));
-    r.announce(QStringLiteral("datct"), QStringLiteral("Importing Test Data"));
 }
 
 void Program::start() {
