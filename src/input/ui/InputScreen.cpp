@@ -8,6 +8,7 @@
 #include "core/ui/ScreenRegistry.h"
 #include "core/version.h"
 #include "input/input_refill.h"
+#include "input/ui/ImportNotice.h"
 
 #include <QAction>
 #include <QApplication>
@@ -93,7 +94,7 @@ template <class Handler> void InputScreen::guarded(Handler&& handler) {
 }
 
 InputScreen::InputScreen(ScreenContext& context, QWidget* parent)
-    : QMainWindow(parent), m_ctx(context) {
+    : QMainWindow(parent), m_ctx(context), m_files(context, this) {
     startInputSession(m_ctx.state, QDir::currentPath().toStdString());
     setWindowTitle(qs(inputScreenCaption()));
 
@@ -374,21 +375,40 @@ void InputScreen::notAvailableYet(const QString& what) {
 }
 
 void InputScreen::openTestFile() {
-    notAvailableYet(QStringLiteral("Opening a test file"));
+    if (const auto refill = m_files.open())
+        showRefill(*refill);
 }
 
 void InputScreen::saveTestFile() {
-    notAvailableYet(QStringLiteral("Saving a test file"));
+    m_files.save(m_title->text());
 }
 
 void InputScreen::importTestData() {
-    notAvailableYet(QStringLiteral("Importing test data"));
+    const auto result = m_files.import();
+    if (!result)
+        return;
+    if (result->startPressureText)
+        setStartPressureText(qs(*result->startPressureText));
+    refreshEntryState();
+    m_commands[2]->show();
+    auto* notice = qobject_cast<ImportNotice*>(m_ctx.screens.window(QStringLiteral("datct")));
+    if (!notice)
+        return;
+    notice->showSummary(result->summary);
+    m_ctx.screens.show(QStringLiteral("datct"));
 }
 
 QString InputScreen::openFile(const QString& path) {
-    return QStringLiteral("Cannot open %1: opening a test file is not available in this "
-                          "version yet.")
-        .arg(path);
+    QString error;
+    guarded([&] {
+        if (const auto refill = m_files.openPath(path, error))
+            showRefill(*refill);
+    });
+    return error;
+}
+
+void InputScreen::setImportProgressDelay(std::chrono::milliseconds delay) {
+    m_files.setProgressDelay(delay);
 }
 
 void InputScreen::setPrintLayout(bool printing) {
@@ -537,13 +557,19 @@ void InputScreen::refreshEntryState() {
 }
 
 void InputScreen::refillFromState() {
+    guarded([&] { showRefill(refillInputScreen(m_ctx.state)); });
+}
+
+void InputScreen::showRefill(const InputRefill& r) {
     guarded([&] {
-        const InputRefill r = refillInputScreen(m_ctx.state);
         const QSignalBlocker blockTitle(m_title);
         m_title->setText(qs(r.title));
+        m_title->setCursorPosition(0); // a long title shows its beginning
         m_testType->setCurrentText(qs(r.testType));
         m_rateTime->setCurrentText(qs(r.rateTimeUnit));
-        m_acceptedRateTime = m_rateTime->currentIndex();
+        // The file's unit stands; rate entry waits for an FVF as the unit list does.
+        const bool rateEntry = flowTimeUnitAllowed(m_ctx.state);
+        m_acceptedRateTime = rateEntry ? m_rateTime->currentIndex() : -1;
         m_testTime->setCurrentText(qs(r.testTimeUnit));
         m_gasAnalysis->setCurrentText(qs(r.gasAnalysis));
         m_fluids[0]->setChecked(r.oil);
@@ -556,7 +582,7 @@ void InputScreen::refillFromState() {
         }
         m_radius->setText(qs(drainageRadiusText(m_ctx.state)));
         m_undersaturated->setVisible(r.undersaturated);
-        m_commands[1]->show();
+        m_commands[1]->setVisible(rateEntry);
         m_commands[2]->show();
         showVisibility();
     });

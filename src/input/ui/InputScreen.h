@@ -4,6 +4,7 @@
 #include "core/ui/PrintService.h"
 #include "input/input_rules.h"
 #include "input/input_screen_rules.h"
+#include "input/ui/TestFileCommands.h"
 
 #include <QMainWindow>
 
@@ -47,10 +48,16 @@ public:
     // empty when the file was opened.
     QString openFile(const QString& path);
 
+    // How long an import runs before its progress dialog appears (half a second).
+    void setImportProgressDelay(std::chrono::milliseconds delay);
+
     // Refills every control from the state, as after a test file is opened: the
     // property boxes get the file's refill masks and their change rules store the
     // displayed values; the lists and check boxes show the stored choices.
     void refillFromState();
+    // Shows a refill: texts and choices with the change rules' signals blocked (the
+    // state already holds what they would store).
+    void showRefill(const InputRefill& refill);
 
     QImage printedPage() override;
 
@@ -89,6 +96,7 @@ private:
     template <class Handler> void guarded(Handler&& handler);
 
     ScreenContext& m_ctx;
+    TestFileCommands m_files;
     QToolBar* m_toolbar = nullptr;
     QLabel* m_heading = nullptr; // Label4
     QLineEdit* m_title = nullptr;
