@@ -17,11 +17,11 @@ bool endsWithNoCase(const std::string& text, const std::string& suffix) {
     });
 }
 
-std::optional<std::string> addExport(LaunchOptions& o, const std::string& spec) {
-    const auto eq = spec.find('=');
-    if (eq == std::string::npos || eq == 0 || eq + 1 == spec.size())
-        return "--export needs SCREEN=PATH, got '" + spec + "'";
-    PageExport e{spec.substr(0, eq), spec.substr(eq + 1)};
+std::optional<std::string> addExport(LaunchOptions& o, const std::string& argument) {
+    const auto eq = argument.find('=');
+    if (eq == std::string::npos || eq == 0 || eq + 1 == argument.size())
+        return "--export needs SCREEN=PATH, got '" + argument + "'";
+    PageExport e{argument.substr(0, eq), argument.substr(eq + 1)};
     if (!pageFormatOf(e.path))
         return "the page of " + e.screen + " can be written as .pdf or .png, not '" + e.path + "'";
     o.exports.push_back(std::move(e));
