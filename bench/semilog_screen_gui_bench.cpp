@@ -5,6 +5,7 @@
 #include "core/straight_line.h"
 #include "core/ui/PlotSurface.h"
 #include "semilog/semilog_plots.h"
+#include "synthetic_buildup.h"
 
 #include <QApplication>
 #include <benchmark/benchmark.h>
@@ -16,20 +17,7 @@ namespace {
 using namespace zorvekan;
 
 AnalysisState buildup500() {
-    AnalysisState s;
-    s.FluidFlags = kOil;
-    s.ShutInFlag = 1;
-    s.StartPressure = 2000;
-    s.ProducingTime = 72;
-    s.RateCount = 1;
-    s.RateTime[1] = 72;
-    s.Rate[1] = 800;
-    s.TestPointCount = 500;
-    for (int i = 1; i <= 500; ++i) {
-        const double t = std::pow(10.0, -3.0 + 5.0 * (i - 1) / 499.0);
-        s.TestTime[i] = t;
-        s.TestPressure[i] = 2000 + (1.0 - std::exp(-t / 0.05)) * (600 + 60 * std::log10(1 + t));
-    }
+    AnalysisState s = bench::syntheticBuildup(kOil);
     PrepareAnalysisData(s);
     return s;
 }
