@@ -263,14 +263,16 @@ TEST(TestFile, OpenRefillsTheInputScreen) {
     EXPECT_EQ(s.DerivativeSpan, 0.2);
 }
 
-// The GOR box is refilled after the rates: a GOR that takes all the gas of the last
-// rate lowers oil+gas+water to oil+water and tells the screen to clear the gas box.
-// A drawdown has no producing time whatever the history.
-TEST(TestFile, OpenRunsTheGorAndDrawdownRules) {
+// The boxes are refilled through their change rules, the GOR after the rates: a value
+// with more digits than its box shows is stored as shown, and a GOR that takes all the
+// gas of the last rate lowers oil+gas+water to oil+water and tells the screen to clear
+// the gas box. A drawdown has no producing time whatever the history.
+TEST(TestFile, OpenRunsTheBoxGorAndDrawdownRules) {
     TypedTest t = kThreePhaseBuildup;
     t.testType = "Drawdown";
     AnalysisState saved = typed(t);
     saved.SolutionGor = 0.9; // 220 - 0.9*250 < 0
+    saved.OilFvf = 1.23456;
     AnalysisState s;
     s.ProducingTime = 99;
     const OpenResult r = loadTestFile(s, testFileText(saved), "t.zvt");
@@ -279,6 +281,9 @@ TEST(TestFile, OpenRunsTheGorAndDrawdownRules) {
     EXPECT_FALSE(r.refill.gas);
     EXPECT_EQ(s.FluidFlags, kOilWater);
     EXPECT_EQ(s.ProducingTime, 0.0);
+    EXPECT_EQ(s.OilFvf, 1.2346);
+    EXPECT_EQ(r.refill.boxes[1].box, B::Fvf);
+    EXPECT_EQ(r.refill.boxes[1].text, "1.2346");
 }
 
 // Fields the file does not carry keep their values (the state is not cleared between

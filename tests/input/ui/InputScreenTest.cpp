@@ -9,7 +9,6 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -17,6 +16,7 @@
 #include <QToolBar>
 
 #include <cmath>
+#include <tuple>
 
 namespace zorvekan::testing {
 
@@ -28,6 +28,8 @@ class InputScreenTest : public QObject {
 private:
     std::unique_ptr<TestProgram> t;
     InputScreen* inp = nullptr;
+
+    QString label(const char* name) { return child<QLabel>(inp, name)->text(); }
 
     void setRates(std::initializer_list<std::pair<double, double>> oilAndGas) {
         int n = 0;
@@ -51,241 +53,178 @@ private Q_SLOTS:
     // engineer and break the prefix navigation; the boxes that need a choice first
     // must start hidden.
     void startsWithCaptionListsAndHiddenControls() {
-        QCOMPARE(inp->objectName(), QStringLiteral("inp"));
-        QCOMPARE(inp->windowTitle(), QStringLiteral("ZORVEKAN -- Input Data"));
-        auto* list1 = child<QListWidget>(inp, "List1");
-        QCOMPARE(list1->count(), 3);
-        QCOMPARE(list1->item(0)->text(), QStringLiteral("Show/Edit Test Data"));
-        QCOMPARE(list1->item(1)->text(), QStringLiteral("Semilog Analysis"));
-        QCOMPARE(list1->item(2)->text(), QStringLiteral("Type Curve Analysis"));
-        auto* list2 = child<QListWidget>(inp, "List2");
-        QCOMPARE(list2->count(), 1);
-        QCOMPARE(list2->item(0)->text(), QStringLiteral("Skin Factor Evaluation"));
+        QCOMPARE(inp->objectName(), u"inp"_s);
+        QCOMPARE(inp->windowTitle(), u"ZORVEKAN -- Input Data"_s);
+        const auto items = [this](const char* name) {
+            QStringList l;
+            for (auto* list = child<QListWidget>(inp, name); l.size() < list->count();)
+                l.append(list->item(int(l.size()))->text());
+            return l;
+        };
+        QCOMPARE(items("List1"), QStringList({u"Show/Edit Test Data"_s, u"Semilog Analysis"_s,
+                                              u"Type Curve Analysis"_s}));
+        QCOMPARE(items("List2"), QStringList{u"Skin Factor Evaluation"_s});
         for (const char* hidden : {"ggin", "trin", "gginLabel", "trinLabel", "List1", "gaspk",
                                    "Command2", "Command3", "Label4", "Label18"})
             QVERIFY2(!shown(inp, hidden), hidden);
-        QCOMPARE(child<QPushButton>(inp, "Command1")->text(), QStringLiteral("PVT Correlations"));
-        QCOMPARE(child<QPushButton>(inp, "Command2")->text(), QStringLiteral("Input Rate Data"));
-        QCOMPARE(child<QPushButton>(inp, "Command3")->text(), QStringLiteral("Input Test Data"));
-        QCOMPARE(child<QLabel>(inp, "Label4")->text(), QStringLiteral("Well Test: Input Data"));
+        QCOMPARE(child<QPushButton>(inp, "Command1")->text(), u"PVT Correlations"_s);
+        QCOMPARE(child<QPushButton>(inp, "Command2")->text(), u"Input Rate Data"_s);
+        QCOMPARE(child<QPushButton>(inp, "Command3")->text(), u"Input Test Data"_s);
+        QCOMPARE(label("Label4"), u"Well Test: Input Data"_s);
         QCOMPARE(t->state.ApplicationDirectory, QDir::currentPath().toStdString());
         auto* test = child<QComboBox>(inp, "test");
         QCOMPARE(test->count(), 4);
-        QCOMPARE(test->itemText(3), QStringLiteral("Falloff"));
-        QCOMPARE(child<QComboBox>(inp, "ttime")->itemText(0), QStringLiteral("Test Times: min."));
+        QCOMPARE(test->itemText(3), u"Falloff"_s);
+        QCOMPARE(child<QComboBox>(inp, "ttime")->itemText(0), u"Test Times: min."_s);
     }
 
-    void convertsTypedUnits_data() {
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<double>("stored");
-        QTest::newRow("rw 7 in") << u"rwin"_s << u"7"_s << u"Well Radius        in."_s << 0.58333;
-        QTest::newRow("phi 20 %") << u"phin"_s << u"20"_s << u"Porosity     %"_s << 0.2;
-        QTest::newRow("ct 15 microsips")
-            << u"ctin"_s << u"15"_s << u"Total Compressibility            msips"_s << 1.5e-5;
-        QTest::newRow("area 40 acres")
-            << u"rein"_s << u"40"_s << u"Drainage Area        acres"_s << 1742400.0;
-        QTest::newRow("p0") << u"psin"_s << u"3000"_s << u"Pressure @ start            psia"_s
-                            << 3000.0;
-        QTest::newRow("h lenient") << u"hin"_s << u"35ft"_s << u"Net Pay        ft."_s << 35.0;
-        QTest::newRow("empty mu") << u"muin"_s << u""_s << u"Viscosity      cp."_s << 0.0;
-    }
     // A conversion missed or applied twice, or a label without its unit, stores a
-    // property off by 12, 100, 1e6 or 43560 without the engineer noticing.
+    // property off by 12, 100, 1e6 or 43560 without the engineer noticing; the drainage
+    // radius (3.1416, not full-precision pi) must follow each change of the area box.
     void convertsTypedUnits() {
-        QFETCH(QString, box);
-        QFETCH(QString, typed);
-        QFETCH(QString, label);
-        QFETCH(double, stored);
-        const QByteArray name = box.toUtf8();
-        typeInto(inp, "muin", QStringLiteral("9")); // so that the empty row really clears
-        typeInto(inp, name.constData(), typed);
-        QCOMPARE(child<QLabel>(inp, (box + QStringLiteral("Label")).toUtf8().constData())->text(),
-                 label);
-        const double values[] = {t->state.WellboreRadius,       t->state.Porosity,
-                                 t->state.TotalCompressibility, t->state.DrainageArea,
-                                 t->state.StartPressure,        t->state.Thickness,
-                                 t->state.OilViscosity};
-        const QStringList order = {QStringLiteral("rwin"), QStringLiteral("phin"),
-                                   QStringLiteral("ctin"), QStringLiteral("rein"),
-                                   QStringLiteral("psin"), QStringLiteral("hin"),
-                                   QStringLiteral("muin")};
-        const double value = values[order.indexOf(box)];
-        QVERIFY2(std::fabs(value - stored) <= 1e-5 * std::max(1.0, std::fabs(stored)),
-                 qPrintable(QString::number(value)));
-    }
-
-    // The drainage radius uses 3.1416, not full-precision pi, and follows each change
-    // of the area box.
-    void showsDrainageRadius() {
-        typeInto(inp, "rein", QStringLiteral("40"));
-        QVERIFY(std::fabs(t->state.DrainageRadius - 744.73) < 0.005);
-        QCOMPARE(child<QLabel>(inp, "drainageRadius")->text(), QStringLiteral("744.73"));
-        typeInto(inp, "rein", QStringLiteral("160"));
-        QCOMPARE(child<QLabel>(inp, "drainageRadius")->text(), QStringLiteral("1489.46"));
-    }
-
-    void fluidCodeByClicks_data() {
-        QTest::addColumn<bool>("oil");
-        QTest::addColumn<bool>("gas");
-        QTest::addColumn<bool>("water");
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<int>("code");
-        QTest::addColumn<QStringList>("visible");
-        QTest::addColumn<QStringList>("hidden");
-        const auto L = [](std::initializer_list<const char*> names) {
-            QStringList l;
-            for (const char* n : names)
-                l.append(QString::fromUtf8(n));
-            return l;
+        struct Row {
+            const char* box;
+            QString typed, label;
+            double AnalysisState::*field;
+            double stored;
         };
-        QTest::newRow("gas, pseudopressure")
-            << false << true << false << u"Pseudopressure"_s << 0
-            << L({"gaspk", "ggin", "trin", "muin", "ctin"}) << L({"boin", "bgin", "rsin"});
-        QTest::newRow("oil") << true << false << false << u"Pseudopressure"_s << 1
-                             << L({"boin", "muin"}) << L({"gaspk", "ggin", "bgin", "bwin", "rsin"});
-        QTest::newRow("gas, pressure")
-            << false << true << false << u"Pressure"_s << 2 << L({"gaspk", "boin", "muin", "ctin"})
-            << L({"ggin", "trin", "bgin"});
-        QTest::newRow("water") << false << false << true << u"Pseudopressure"_s << 3
-                               << L({"boin", "muin"}) << L({"bwin", "gaspk"});
-        QTest::newRow("oil and gas")
-            << true << true << false << u"Pressure"_s << 4
-            << L({"gaspk", "boin", "bgin", "mgin", "rsin"}) << L({"bwin", "ggin"});
-        QTest::newRow("oil and water") << true << false << true << u"Pseudopressure"_s << 5
-                                       << L({"bwin", "mwin", "boin"}) << L({"bgin", "rsin"});
-        QTest::newRow("gas and water")
-            << false << true << true << u"Pseudopressure"_s << 6
-            << L({"bgin", "mgin", "bwin", "mwin"}) << L({"ggin", "rsin"});
-        QTest::newRow("all three")
-            << true << true << true << u"Pseudopressure"_s << 7
-            << L({"bgin", "mgin", "bwin", "mwin", "rsin"}) << L({"ggin", "trin"});
+        using S = AnalysisState;
+        const Row rows[] = {
+            {"rwin", u"7"_s, u"Well Radius        in."_s, &S::WellboreRadius, 0.58333},
+            {"phin", u"20"_s, u"Porosity     %"_s, &S::Porosity, 0.2},
+            {"ctin", u"15"_s, u"Total Compressibility            msips"_s, &S::TotalCompressibility,
+             1.5e-5},
+            {"rein", u"40"_s, u"Drainage Area        acres"_s, &S::DrainageArea, 1742400.0},
+            {"psin", u"3000"_s, u"Pressure @ start            psia"_s, &S::StartPressure, 3000},
+            {"hin", u"35ft"_s, u"Net Pay        ft."_s, &S::Thickness, 35.0}, // lenient
+            {"muin", u"9"_s, u"Viscosity      cp."_s, &S::OilViscosity, 9.0},
+            {"muin", QString(), u"Viscosity      cp."_s, &S::OilViscosity, 0.0}, // cleared
+        };
+        for (const Row& r : rows) {
+            typeInto(inp, r.box, r.typed);
+            QCOMPARE(label((QByteArray(r.box) + "Label").constData()), r.label);
+            const double value = t->state.*r.field;
+            QVERIFY2(std::fabs(value - r.stored) <= 1e-5 * std::max(1.0, std::fabs(r.stored)),
+                     r.box);
+        }
+        QCOMPARE(label("drainageRadius"), u"744.73"_s);
+        typeInto(inp, "rein", u"160"_s);
+        QCOMPARE(label("drainageRadius"), u"1489.46"_s);
     }
-    // The fluid code decides every analysis (pressure or pseudopressure, which rates
-    // are asked for); a wrong code or a box missing for a flowing phase spoils the test.
-    void fluidCodeByClicks() {
-        QFETCH(bool, oil);
-        QFETCH(bool, gas);
-        QFETCH(bool, water);
-        QFETCH(QString, mode);
-        QFETCH(int, code);
-        QFETCH(QStringList, visible);
-        QFETCH(QStringList, hidden);
+
+    // The fluid code decides every analysis (pressure or pseudopressure, which rates are
+    // asked for): each click must give the code of the boxes now ticked, show the boxes
+    // (and labels) of the flowing phases and no other, and label the FVF for its phase;
+    // "Pressure" chosen while a liquid also flows must not turn the test into gas alone.
+    void fluidClicksSetCodeAndBoxes() {
+        struct Step {
+            const char* control;
+            const char* item; // chosen in a list; else the control is clicked
+            int code;
+            const char* shown;
+            const char* hidden;
+            const char* fvfLabel;
+        };
+        const Step steps[] = {
+            {"Check2", nullptr, 0, "gaspk ggin trin muin ctin hin psin", "boin bgin rsin bwin",
+             "   FVF    RVB/MCF"},
+            {"gaspk", "Pressure", 2, "gaspk boin muin ctin", "ggin trin bgin rsin bwin",
+             "   FVF    RVB/MCF"},
+            {"Check1", nullptr, 4, "gaspk boin bgin mgin rsin", "bwin mwin ggin",
+             "FVF      RVB/STB"},
+            {"Check1", nullptr, 2, "gaspk boin", "ggin trin bgin rsin", "   FVF    RVB/MCF"},
+            {"gaspk", "Pseudopressure", 0, "ggin trin", "boin", "   FVF    RVB/MCF"},
+            {"Check3", nullptr, 6, "gaspk boin bgin mgin bwin mwin", "ggin trin rsin",
+             "FVF      RVB/STB"},
+            {"Check1", nullptr, 7, "bgin mgin bwin mwin rsin", "ggin trin", "FVF      RVB/STB"},
+            {"Check2", nullptr, 5, "bwin mwin boin", "gaspk bgin mgin rsin ggin",
+             "   FVF    RVB/STB"},
+            {"Check1", nullptr, 3, "boin muin", "bwin mwin gaspk rsin", "   FVF    RVB/STB"},
+            {"Check1", nullptr, 5, "bwin mwin", "bgin", "   FVF    RVB/STB"},
+            {"Check3", nullptr, 1, "boin muin hin psin", "gaspk ggin bgin bwin rsin",
+             "   FVF    RVB/STB"},
+        };
         t->state.FluidFlags = 99;
-        if (gas) {
-            click(inp, "Check2");
-            choose(inp, "gaspk", mode);
+        for (const Step& s : steps) {
+            if (s.item)
+                choose(inp, s.control, QString::fromUtf8(s.item));
+            else
+                click(inp, s.control);
+            QCOMPARE(int(t->state.FluidFlags), s.code);
+            for (const QString& box : QString::fromUtf8(s.shown).split(u' ')) {
+                QVERIFY2(shown(inp, qPrintable(box)), qPrintable(box));
+                if (box != u"gaspk"_s)
+                    QVERIFY2(shown(inp, qPrintable(box + u"Label"_s)), qPrintable(box));
+            }
+            for (const QString& box : QString::fromUtf8(s.hidden).split(u' '))
+                QVERIFY2(!shown(inp, qPrintable(box)), qPrintable(box));
+            QCOMPARE(label("boinLabel"), QString::fromUtf8(s.fvfLabel));
         }
-        if (oil)
-            click(inp, "Check1");
-        if (water)
-            click(inp, "Check3");
-        QCOMPARE(int(t->state.FluidFlags), code);
-        for (const QString& v : visible) {
-            QVERIFY2(shown(inp, v.toUtf8().constData()), qPrintable(v));
-            if (v != QStringLiteral("gaspk"))
-                QVERIFY2(shown(inp, (v + QStringLiteral("Label")).toUtf8().constData()),
-                         qPrintable(v));
-        }
-        for (const QString& h : hidden)
-            QVERIFY2(!shown(inp, h.toUtf8().constData()), qPrintable(h));
-        if (!gas)
-            QCOMPARE(child<QLabel>(inp, "boinLabel")->text(), QStringLiteral("   FVF    RVB/STB"));
-    }
-
-    // "Pressure" chosen while oil also flows must not turn the test into gas alone.
-    void gasAnalysisModeOnlyForGasAlone() {
-        click(inp, "Check1");
-        click(inp, "Check2");
-        choose(inp, "gaspk", QStringLiteral("Pressure"));
-        QCOMPARE(int(t->state.FluidFlags), 4);
-        click(inp, "Check1");
-        QCOMPARE(int(t->state.FluidFlags), 2);
-        choose(inp, "gaspk", QStringLiteral("Pseudopressure"));
-        QCOMPARE(int(t->state.FluidFlags), 0);
-    }
-
-    // A shut-in or injection flag set wrongly reverses every time function.
-    void testTypeSetsFlags() {
-        choose(inp, "test", QStringLiteral("Falloff"));
-        QCOMPARE(int(t->state.ShutInFlag), 1);
-        QCOMPARE(int(t->state.InjectionFlag), 1);
-        choose(inp, "test", QStringLiteral("Drawdown"));
-        QCOMPARE(int(t->state.ShutInFlag), 0);
-        QCOMPARE(int(t->state.InjectionFlag), 0);
-        choose(inp, "test", QStringLiteral("Injectivity"));
-        QCOMPARE(int(t->state.InjectionFlag), 1);
     }
 
     // Without an FVF the producing time cannot be computed from reservoir volumes: the
     // flow-time unit must be refused with the input-error box and rate entry stay shut.
+    // Gas analysed in pseudopressure needs no FVF.
     void flowTimeUnitNeedsFvf() {
         click(inp, "Check1");
-        choose(inp, "rtime", QStringLiteral("Flow Times: days"));
+        choose(inp, "rtime", u"Flow Times: days"_s);
         QCOMPARE(t->messages.messages.size(), 1);
-        QCOMPARE(t->messages.lastTitle(), QStringLiteral("ZORVEKAN Input Error"));
-        QCOMPARE(t->messages.lastText(), QStringLiteral("Enter FVF & Reselect Flow Time"));
+        QCOMPARE(t->messages.lastTitle(), u"ZORVEKAN Input Error"_s);
+        QCOMPARE(t->messages.lastText(), u"Enter FVF & Reselect Flow Time"_s);
         QVERIFY(!shown(inp, "Command2"));
         QCOMPARE(int(t->state.RateTimeUnit), 0);
         QCOMPARE(child<QComboBox>(inp, "rtime")->currentIndex(), -1);
 
-        typeInto(inp, "boin", QStringLiteral("1.2"));
-        choose(inp, "rtime", QStringLiteral("Flow Times: days"));
+        typeInto(inp, "boin", u"1.2"_s);
+        choose(inp, "rtime", u"Flow Times: days"_s);
         QCOMPARE(t->messages.messages.size(), 1);
         QVERIFY(shown(inp, "Command2"));
         QCOMPARE(int(t->state.RateTimeUnit), 1);
-        choose(inp, "ttime", QStringLiteral("Test Times: min."));
+        choose(inp, "ttime", u"Test Times: min."_s);
         QCOMPARE(int(t->state.TestTimeUnit), 1);
         QVERIFY(shown(inp, "Command3"));
-    }
 
-    // Gas analysed in pseudopressure needs no FVF for the flow-time unit.
-    void pseudopressureGasNeedsNoFvf() {
-        click(inp, "Check2");
-        choose(inp, "rtime", QStringLiteral("Flow Times: hrs."));
-        QVERIFY(t->messages.messages.isEmpty());
-        QVERIFY(shown(inp, "Command2"));
+        TestProgram gas;
+        auto* g = gas.show<InputScreen>("inp");
+        click(g, "Check2");
+        choose(g, "rtime", u"Flow Times: days"_s);
+        QVERIFY(gas.messages.messages.isEmpty());
+        QVERIFY(shown(g, "Command2"));
+        QCOMPARE(int(gas.state.RateTimeUnit), 1);
     }
 
     // A GOR that absorbs all the gas of the last rate leaves no free gas: gas must stop
-    // counting as a flowing phase (4 -> 1, 7 -> 5) and the engineer be told.
+    // counting as a flowing phase (4 -> 1, 7 -> 5) and the engineer be told. Typed
+    // before any rate exists it must not untick gas (the free-gas test would compare
+    // zeros and always find the oil undersaturated).
     void solutionGorTakesGasOut() {
-        setRates({{200, 500}, {100, 150}});
         click(inp, "Check1");
         click(inp, "Check2");
-        QCOMPARE(int(t->state.FluidFlags), 4);
-        typeInto(inp, "rsin", QStringLiteral("1"));
+        typeInto(inp, "rsin", u"1.5"_s);
+        QVERIFY(child<QCheckBox>(inp, "Check2")->isChecked());
         QVERIFY(!shown(inp, "Label18"));
         QCOMPARE(int(t->state.FluidFlags), 4);
-        typeInto(inp, "rsin", QStringLiteral("1.5"));
+        QCOMPARE(t->state.SolutionGor, 1.5);
+
+        setRates({{200, 500}, {100, 150}});
+        typeInto(inp, "rsin", u"1"_s);
+        QVERIFY(!shown(inp, "Label18"));
+        QCOMPARE(int(t->state.FluidFlags), 4);
+        typeInto(inp, "rsin", u"1.5"_s);
         QVERIFY(shown(inp, "Label18"));
-        QCOMPARE(child<QLabel>(inp, "Label18")->text(), QStringLiteral("Undersaturated Condition"));
+        QCOMPARE(label("Label18"), u"Undersaturated Condition"_s);
         QVERIFY(!child<QCheckBox>(inp, "Check2")->isChecked());
         QVERIFY(!shown(inp, "gaspk"));
         QCOMPARE(int(t->state.FluidFlags), 1);
-        QCOMPARE(t->state.SolutionGor, 1.5);
         QVERIFY(shown(inp, "rsin")); // still there to be corrected
 
         click(inp, "Check2");
         click(inp, "Check3");
         QCOMPARE(int(t->state.FluidFlags), 7);
-        typeInto(inp, "rsin", QStringLiteral("2"));
+        typeInto(inp, "rsin", u"2"_s);
         QCOMPARE(int(t->state.FluidFlags), 5);
-        typeInto(inp, "rsin", QStringLiteral("0.5"));
+        typeInto(inp, "rsin", u"0.5"_s);
         QVERIFY(!shown(inp, "Label18"));
-    }
-
-    // Typing the GOR before any rate exists must not untick gas: with no rate the
-    // free-gas test would compare zeros and always find the oil undersaturated.
-    void solutionGorBeforeRatesKeepsGas() {
-        click(inp, "Check1");
-        click(inp, "Check2");
-        typeInto(inp, "rsin", QStringLiteral("0.8"));
-        QVERIFY(child<QCheckBox>(inp, "Check2")->isChecked());
-        QVERIFY(!shown(inp, "Label18"));
-        QCOMPARE(int(t->state.FluidFlags), 4);
-        QCOMPARE(t->state.SolutionGor, 0.8);
     }
 
     void navigation_data() {
@@ -316,12 +255,10 @@ private Q_SLOTS:
         }
         s.RateCount = static_cast<std::int16_t>(rates);
         s.ProducingTime = 24;
-        s.TestTime[1] = 24;
-        s.TestPressure[1] = 3100;
-        s.TestTime[2] = 2;
-        s.TestPressure[2] = 3050;
-        s.TestTime[3] = 0.5;
-        s.TestPressure[3] = 3020;
+        const double points[][2] = {{24, 3100}, {2, 3050}, {0.5, 3020}};
+        for (int i = 1; i <= 3; ++i)
+            std::tie(s.TestTime[i], s.TestPressure[i]) =
+                std::pair(points[i - 1][0], points[i - 1][1]);
         s.TestPointCount = 3;
         s.SemilogPlotKind = 0;
         s.TimeFunction[1] = 0;
@@ -336,8 +273,7 @@ private Q_SLOTS:
             QVERIFY(t->screen(screen.toUtf8().constData())->isVisible());
         } else {
             QCOMPARE(t->messages.messages.size(), 1);
-            QCOMPARE(t->messages.lastText(),
-                     item + QStringLiteral(" is not available in this version yet."));
+            QCOMPARE(t->messages.lastText(), item + u" is not available in this version yet."_s);
         }
     }
 
@@ -351,17 +287,18 @@ private Q_SLOTS:
         s.TestPressure[1] = 3000;
         s.TestPointCount = 1;
         inp->refreshEntryState();
-        clickItem(inp, "List1", QStringLiteral("Semilog Analysis"));
+        clickItem(inp, "List1", u"Semilog Analysis"_s);
         QCOMPARE(t->messages.messages.size(), 1);
         QCOMPARE(t->messages.lastTitle(), kRuntimeErrorTitle);
         QVERIFY(!t->endCode);
-        typeInto(inp, "hin", QStringLiteral("50"));
+        typeInto(inp, "hin", u"50"_s);
         QCOMPARE(s.Thickness, 50.0);
     }
 
     // Print must show the heading and hide the toolbar on the page, then put the
-    // screen back as it was.
-    void printShowsHeadingWithoutToolbar() {
+    // screen back as it was; Export must write that page to the file the engineer
+    // names, and Version answer with the program's version.
+    void printExportAndVersion() {
         bool toolbarHidden = false, headingShown = false;
         t->printer.whilePrinting = [&] {
             toolbarHidden = !shown(inp, "Toolbar1");
@@ -374,33 +311,19 @@ private Q_SLOTS:
         QVERIFY(!t->printer.pages.first().isNull());
         QVERIFY(shown(inp, "Toolbar1"));
         QVERIFY(!shown(inp, "Label4"));
-        const QStringList keys = [this] {
-            QStringList k;
-            for (QAction* a : child<QToolBar>(inp, "Toolbar1")->actions())
-                k.append(a->objectName());
-            return k;
-        }();
-        QCOMPARE(keys, QStringList({QStringLiteral("Open"), QStringLiteral("Save"),
-                                    QStringLiteral("Import"), QStringLiteral("Print"),
-                                    QStringLiteral("Exit")}));
-    }
+        QStringList keys;
+        for (QAction* a : child<QToolBar>(inp, "Toolbar1")->actions())
+            keys.append(a->objectName());
+        QCOMPARE(keys, QStringList({u"Open"_s, u"Save"_s, u"Import"_s, u"Print"_s, u"Exit"_s}));
 
-    // Export writes the printed page to the file the engineer names.
-    void exportWritesThePage() {
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("input.png"));
-        t->files.answers = {path};
+        t->files.answers = {dir.filePath(u"input.png"_s)};
         child<QAction>(inp, "Export")->trigger();
-        QImage written(path);
-        QVERIFY(!written.isNull());
-        QVERIFY(written.width() > 300);
-    }
+        QVERIFY(QImage(dir.filePath(u"input.png"_s)).width() > 300);
 
-    // The Version entry must answer with the program's version.
-    void versionShowsTheVersion() {
         child<QAction>(inp, "Version")->trigger();
         QCOMPARE(t->messages.messages.size(), 1);
-        QVERIFY(t->messages.lastText().contains(QStringLiteral("0.1.0")));
+        QVERIFY(t->messages.lastText().contains(u"0.1.0"_s));
     }
 
     // Exit from the toolbar, and closing the window by its frame, end the program
@@ -423,47 +346,16 @@ private Q_SLOTS:
     // The entry buttons must set the mode before the entry screen lays itself out.
     void entryButtonsOpenDatinInTheirMode() {
         click(inp, "Check2");
-        choose(inp, "rtime", QStringLiteral("Flow Times: hrs."));
+        choose(inp, "rtime", u"Flow Times: hrs."_s);
         click(inp, "Command2");
         QCOMPARE(int(t->state.DatinMode), 1);
         QWidget* datin = t->screen("Datin");
         QVERIFY(datin->isVisible());
-        QCOMPARE(child<QLabel>(datin, "lyrlab")->text(),
-                 QStringLiteral("Enter Rates and Flow Duration"));
-        choose(inp, "ttime", QStringLiteral("Test Times: hrs."));
+        QCOMPARE(child<QLabel>(datin, "lyrlab")->text(), u"Enter Rates and Flow Duration"_s);
+        choose(inp, "ttime", u"Test Times: hrs."_s);
         click(inp, "Command3");
         QCOMPARE(int(t->state.DatinMode), 0);
-        QCOMPARE(child<QLabel>(datin, "lyrlab")->text(), QStringLiteral("Enter Well Test Values"));
-    }
-
-    // After a file is opened the boxes must show the stored values in the typed units,
-    // and the stored values must be those of the shown text (the change rules ran).
-    void refillShowsStoredValues() {
-        AnalysisState& s = t->state;
-        s.TestTitle = "Refilled";
-        s.ShutInFlag = 1;
-        s.FluidFlags = 5;
-        s.WellboreRadius = 0.354;
-        s.Porosity = 0.2;
-        s.TotalCompressibility = 1.5e-5;
-        s.OilFvf = 1.23456;
-        s.DrainageRadius = 744.73;
-        s.RateTimeUnit = 1;
-        inp->refillFromState();
-        QCOMPARE(child<QLineEdit>(inp, "titl")->text(), QStringLiteral("Refilled"));
-        QCOMPARE(child<QComboBox>(inp, "test")->currentText(), QStringLiteral("Buildup"));
-        QCOMPARE(child<QComboBox>(inp, "rtime")->currentText(), QStringLiteral("Flow Times: days"));
-        QVERIFY(child<QCheckBox>(inp, "Check1")->isChecked());
-        QVERIFY(!child<QCheckBox>(inp, "Check2")->isChecked());
-        QVERIFY(child<QCheckBox>(inp, "Check3")->isChecked());
-        QCOMPARE(child<QLineEdit>(inp, "rwin")->text(), QStringLiteral("4.248"));
-        QCOMPARE(child<QLineEdit>(inp, "phin")->text(), QStringLiteral("20."));
-        QCOMPARE(child<QLineEdit>(inp, "ctin")->text(), QStringLiteral("15."));
-        QCOMPARE(child<QLineEdit>(inp, "boin")->text(), QStringLiteral("1.2346"));
-        QCOMPARE(s.OilFvf, 1.2346);
-        QVERIFY(std::fabs(s.WellboreRadius - 0.354) < 1e-12);
-        QVERIFY(shown(inp, "bwin"));
-        QVERIFY(shown(inp, "Command2"));
+        QCOMPARE(child<QLabel>(datin, "lyrlab")->text(), u"Enter Well Test Values"_s);
     }
 };
 
