@@ -43,64 +43,43 @@ private Q_SLOTS:
     }
     void cleanup() { t.reset(); }
 
-    void layoutByMode_data() {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("fluid");
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("heading");
-        QTest::addColumn<QStringList>("labels"); // "" = hidden
-        const QString none;
-        QTest::newRow("points, hours")
-            << 0 << 1 << 0 << u"Enter Well Test Values"_s
-            << QStringList{u"Time           hrs."_s, u"Pressure    psia"_s, none, none};
-        QTest::newRow("points, minutes")
-            << 0 << 1 << 1 << u"Enter Well Test Values"_s
-            << QStringList{u"Time           min."_s, u"Pressure    psia"_s, none, none};
-        QTest::newRow("rates, oil, days")
-            << 1 << 1 << 1 << u"Enter Rates and Flow Duration"_s
-            << QStringList{u"Duration     days"_s, u"Oil Rate STB/day"_s, none, none};
-        QTest::newRow("rates, gas in m(p)")
-            << 1 << 0 << 0 << u"Enter Rates and Flow Duration"_s
-            << QStringList{u"Duration      hrs."_s, u"Gas Rate MCF/day"_s, none, none};
-        QTest::newRow("rates, water")
-            << 1 << 3 << 0 << u"Enter Rates and Flow Duration"_s
-            << QStringList{u"Duration      hrs."_s, u"Wtr Rate STB/day"_s, none, none};
-        QTest::newRow("rates, oil and gas")
-            << 1 << 4 << 0 << u"Enter Rates and Flow Duration"_s
-            << QStringList{u"Duration      hrs."_s, u"Oil Rate STB/day"_s, u"Gas Rate MCF/day"_s,
-                           none};
-        QTest::newRow("rates, gas and water")
-            << 1 << 6 << 0 << u"Enter Rates and Flow Duration"_s
-            << QStringList{u"Duration      hrs."_s, none, u"Gas Rate MCF/day"_s,
-                           u"Wtr Rate STB/day"_s};
-        QTest::newRow("rates, all three")
-            << 1 << 7 << 0 << u"Enter Rates and Flow Duration"_s
-            << QStringList{u"Duration      hrs."_s, u"Oil Rate STB/day"_s, u"Gas Rate MCF/day"_s,
-                           u"Wtr Rate STB/day"_s};
-    }
     // The engineer types into the boxes the captions name: a wrong caption or a missing
     // phase box puts a rate in the wrong array.
     void layoutByMode() {
-        QFETCH(int, mode);
-        QFETCH(int, fluid);
-        QFETCH(int, unit);
-        QFETCH(QString, heading);
-        QFETCH(QStringList, labels);
-        t->state.FluidFlags = static_cast<std::int16_t>(fluid);
-        t->state.TestTimeUnit = t->state.RateTimeUnit = static_cast<std::int16_t>(unit);
-        DataEntryScreen* d = open(mode);
-        QCOMPARE(d->windowTitle(), QStringLiteral("Data Input"));
-        QCOMPARE(child<QLabel>(d, "lyrlab")->text(), heading);
+        struct Row {
+            int mode, fluid, unit;
+            const char* labels; // of conv..conv4, "|"-separated; "" = hidden
+        };
+        const Row rows[] = {
+            {0, 1, 0, "Time           hrs.|Pressure    psia||"},
+            {0, 1, 1, "Time           min.|Pressure    psia||"},
+            {1, 1, 1, "Duration     days|Oil Rate STB/day||"},
+            {1, 0, 0, "Duration      hrs.|Gas Rate MCF/day||"},
+            {1, 2, 0, "Duration      hrs.|Gas Rate MCF/day||"},
+            {1, 3, 0, "Duration      hrs.|Wtr Rate STB/day||"},
+            {1, 4, 0, "Duration      hrs.|Oil Rate STB/day|Gas Rate MCF/day|"},
+            {1, 6, 0, "Duration      hrs.||Gas Rate MCF/day|Wtr Rate STB/day"},
+            {1, 7, 0, "Duration      hrs.|Oil Rate STB/day|Gas Rate MCF/day|Wtr Rate STB/day"},
+        };
         const char* boxes[] = {"conv", "conv2", "conv3", "conv4"};
         const char* names[] = {"Label2", "Label1", "Label3", "Label4"};
-        for (int i = 0; i < 4; ++i) {
-            QCOMPARE(shown(d, boxes[i]), !labels[i].isEmpty());
-            QCOMPARE(shown(d, names[i]), !labels[i].isEmpty());
-            if (!labels[i].isEmpty())
-                QCOMPARE(child<QLabel>(d, names[i])->text(), labels[i]);
+        for (const Row& r : rows) {
+            t->state.FluidFlags = static_cast<std::int16_t>(r.fluid);
+            t->state.TestTimeUnit = t->state.RateTimeUnit = static_cast<std::int16_t>(r.unit);
+            DataEntryScreen* d = open(r.mode);
+            QCOMPARE(d->windowTitle(), u"Data Input"_s);
+            QCOMPARE(child<QLabel>(d, "lyrlab")->text(),
+                     r.mode ? u"Enter Rates and Flow Duration"_s : u"Enter Well Test Values"_s);
+            const QStringList labels = QString::fromUtf8(r.labels).split(u'|');
+            for (int i = 0; i < 4; ++i) {
+                QCOMPARE(shown(d, boxes[i]), !labels[i].isEmpty());
+                QCOMPARE(shown(d, names[i]), !labels[i].isEmpty());
+                if (!labels[i].isEmpty())
+                    QCOMPARE(child<QLabel>(d, names[i])->text(), labels[i]);
+            }
+            QCOMPARE(child<QLineEdit>(d, "conv")->text(), u" "_s);
+            QCOMPARE(int(t->state.EntryCounter), 1);
         }
-        QCOMPARE(child<QLineEdit>(d, "conv")->text(), QStringLiteral(" "));
-        QCOMPARE(int(t->state.EntryCounter), 1);
     }
 
     // Two oil rates in a buildup: tp is the cumulative reservoir volume over the last
@@ -123,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(s.DerivativeSpan, 0.2);
         QVERIFY(!d->isVisible());
         QCOMPARE(child<QLabel>(inp, "rateSummary")->text(),
-                 QStringLiteral("2 rates, q = 100. STB/day, tp = 40. hrs."));
+                 u"2 rates, q = 100. STB/day, tp = 40. hrs."_s);
 
         s.RateTimeUnit = 1;
         d = open(1);
@@ -164,7 +143,7 @@ private Q_SLOTS:
         DataEntryScreen* d = open(0);
         row(d, {"0", "3000"});
         QCOMPARE(s.StartPressure, 3000.0);
-        QCOMPARE(child<QLineEdit>(inp, "psin")->text(), QStringLiteral("3000."));
+        QCOMPARE(child<QLineEdit>(inp, "psin")->text(), u"3000."_s);
         QCOMPARE(int(s.EntryCounter), 1);
         row(d, {"60", "3100"});
         row(d, {"120", "3150"});
@@ -181,12 +160,12 @@ private Q_SLOTS:
     void finishHiddenWhileRowHalfTyped() {
         DataEntryScreen* d = open(0);
         QVERIFY(shown(d, "Command2"));
-        typeInto(d, "conv", QStringLiteral("5"));
+        typeInto(d, "conv", u"5"_s);
         QVERIFY(!shown(d, "Command2"));
-        typeInto(d, "conv2", QStringLiteral("3100"));
+        typeInto(d, "conv2", u"3100"_s);
         click(d, "Command1");
         QVERIFY(shown(d, "Command2"));
-        QCOMPARE(child<QLineEdit>(d, "conv")->text(), QStringLiteral(" "));
+        QCOMPARE(child<QLineEdit>(d, "conv")->text(), u" "_s);
     }
 
     // The arrays end at 25 rates and 500 points: the next row must be refused with the
@@ -199,14 +178,14 @@ private Q_SLOTS:
             row(d, {"1", "100"});
         QVERIFY(t->messages.messages.isEmpty());
         row(d, {"1", "100"});
-        QCOMPARE(t->messages.lastText(), QStringLiteral("Maximum of  25 Rates Allowed"));
+        QCOMPARE(t->messages.lastText(), u"Maximum of  25 Rates Allowed"_s);
         click(d, "Command2");
         QCOMPARE(int(s.RateCount), 25);
 
         d = open(0);
         s.EntryCounter = 501; // 500 rows already stored
         row(d, {"1", "3000"});
-        QCOMPARE(t->messages.lastText(), QStringLiteral("Maximum of  500Test Points Allowed"));
+        QCOMPARE(t->messages.lastText(), u"Maximum of  500Test Points Allowed"_s);
         QCOMPARE(int(s.EntryCounter), 501);
     }
 
@@ -218,7 +197,7 @@ private Q_SLOTS:
         QCOMPARE(int(t->state.EntryCounter), 3);
         d = open(0);
         QCOMPARE(int(t->state.EntryCounter), 1);
-        QCOMPARE(child<QLineEdit>(d, "conv2")->text(), QStringLiteral(" "));
+        QCOMPARE(child<QLineEdit>(d, "conv2")->text(), u" "_s);
     }
 
     // A run-time fault while finishing (a last rate of zero gives no producing time)
