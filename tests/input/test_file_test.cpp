@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -24,113 +26,79 @@ std::string fileText(const std::string& path) {
     return ss.str();
 }
 
-struct Row {
-    const char* a;
-    const char* b;
-    const char* c = " ";
-    const char* d = " ";
-};
+std::vector<std::string> split(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    std::stringstream in(text);
+    for (std::string part; std::getline(in, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
 
 struct TypedTest {
-    const char* title;
-    const char* testType;
-    int fluid;
-    int rateTimeUnit, testTimeUnit;
-    std::vector<std::pair<PropertyBox, const char*>> boxes; // the solution GOR last
-    std::vector<Row> rates;                                 // duration, rate, gas, water
-    std::vector<Row> points;                                // time, pressure
+    struct {
+        const char* title;
+        const char* testType;
+        int fluid, rateTimeUnit, testTimeUnit;
+    } record1;
+    std::string boxes;  // "objectName=text" separated by blanks
+    std::string rates;  // rows "duration,rate[,gas,water]" separated by ";"
+    std::string points; // rows "time,pressure"
 };
 
 // A test as the engineer types it on the input and entry screens, every value going
 // through the screens' own rules.
 AnalysisState typed(const TypedTest& t) {
     AnalysisState s;
-    s.TestTitle = t.title;
-    applyTestType(s, t.testType);
-    s.FluidFlags = static_cast<std::int16_t>(t.fluid);
-    s.RateTimeUnit = static_cast<std::int16_t>(t.rateTimeUnit);
-    s.TestTimeUnit = static_cast<std::int16_t>(t.testTimeUnit);
-    for (const auto& [box, text] : t.boxes)
-        if (box != PropertyBox::SolutionGor)
-            applyPropertyText(s, box, text);
+    s.TestTitle = t.record1.title;
+    applyTestType(s, t.record1.testType);
+    s.FluidFlags = static_cast<std::int16_t>(t.record1.fluid);
+    s.RateTimeUnit = static_cast<std::int16_t>(t.record1.rateTimeUnit);
+    s.TestTimeUnit = static_cast<std::int16_t>(t.record1.testTimeUnit);
+    // The GOR box only keeps gas in the test once the rates are there, so it is typed
+    // last, and the rates are finished again so tp counts the free gas with it.
+    const auto typeBoxes = [&](bool gor) {
+        for (const std::string& item : split(t.boxes, ' '))
+            for (const PropertyBoxInfo& box : propertyBoxes())
+                if (item.substr(0, item.find('=')) == box.objectName &&
+                    (box.box == PropertyBox::SolutionGor) == gor)
+                    applyPropertyText(s, box.box, item.substr(item.find('=') + 1));
+    };
+    typeBoxes(false);
     for (const int mode : {1, 0}) {
         s.DatinMode = static_cast<std::int16_t>(mode);
         s.EntryCounter = 1;
-        for (const Row& r : mode == 1 ? t.rates : t.points)
-            storeEntryRow(s, {r.a, r.b, r.c, r.d});
+        for (const std::string& row : split(mode == 1 ? t.rates : t.points, ';')) {
+            std::array<std::string, 4> cells = {" ", " ", " ", " "};
+            std::ranges::copy(split(row, ','), cells.begin());
+            storeEntryRow(s, cells);
+        }
         finishEntry(s);
     }
-    // The GOR box only keeps gas in the test once the rates are there, so it is typed
-    // last, and the rates are finished again so tp counts the free gas with it.
-    for (const auto& [box, text] : t.boxes)
-        if (box == PropertyBox::SolutionGor)
-            applyPropertyText(s, box, text);
+    typeBoxes(true);
     deriveFlowRateAndProducingTime(s);
     return s;
 }
 
 using B = PropertyBox;
 
-const TypedTest kOilBuildup{"Well A-7 buildup",
-                            "Buildup",
-                            kOil,
-                            1,
-                            1,
-                            {{B::Viscosity, "0.8"},
-                             {B::Fvf, "1.25"},
-                             {B::NetPay, "30"},
-                             {B::WellRadius, "4.248"},
-                             {B::Porosity, "20"},
-                             {B::Compressibility, "15"},
-                             {B::DrainageArea, "40"},
-                             {B::StartPressure, "2000"}},
-                            {{"3", "500"}},
-                            {{"1", "2050.5"},
-                             {"2", "2101.25"},
-                             {"5", "2240"},
-                             {"10", "2380.75"},
-                             {"30", "2530"},
-                             {"60", "2581.5"},
-                             {"120", "2610"}}};
+const TypedTest kOilBuildup{
+    {"Well A-7 buildup", "Buildup", kOil, 1, 1},
+    "muin=0.8 boin=1.25 hin=30 rwin=4.248 phin=20 ctin=15 rein=40 psin=2000",
+    "3,500",
+    "1,2050.5;2,2101.25;5,2240;10,2380.75;30,2530;60,2581.5;120,2610"};
 
 const TypedTest kGasDrawdown{
-    "Gas well G-2",
-    "Drawdown",
-    kGasPseudopressure,
-    0,
-    0,
-    {{B::Viscosity, "0.025"},
-     {B::NetPay, "50"},
-     {B::WellRadius, "3.5"},
-     {B::Porosity, "12"},
-     {B::Compressibility, "150"},
-     {B::DrainageArea, "80"},
-     {B::StartPressure, "4500"},
-     {B::GasGravity, "0.7"},
-     {B::Temperature, "200"}},
-    {{"48", "2500"}},
-    {{"0.5", "4410.25"}, {"1", "4395.5"}, {"2", "4381"}, {"5", "4362.75"}}};
+    {"Gas well G-2", "Drawdown", kGasPseudopressure, 0, 0},
+    "muin=0.025 hin=50 rwin=3.5 phin=12 ctin=150 rein=80 psin=4500 ggin=0.7 trin=200",
+    "48,2500",
+    "0.5,4410.25;1,4395.5;2,4381;5,4362.75"};
 
-const TypedTest kThreePhaseBuildup{"Three-phase buildup",
-                                   "Buildup",
-                                   kOilGasWater,
-                                   0,
-                                   0,
-                                   {{B::Viscosity, "1.2"},
-                                    {B::Fvf, "1.35"},
-                                    {B::NetPay, "45.5"},
-                                    {B::WellRadius, "6"},
-                                    {B::Porosity, "18.5"},
-                                    {B::Compressibility, "12.5"},
-                                    {B::DrainageArea, "160"},
-                                    {B::StartPressure, "3200"},
-                                    {B::WaterFvf, "1.02"},
-                                    {B::WaterViscosity, "0.5"},
-                                    {B::GasFvf, "0.9"},
-                                    {B::GasViscosity, "0.018"},
-                                    {B::SolutionGor, "0.4"}},
-                                   {{"24", "300", "250", "50"}, {"48", "250", "220", "60"}},
-                                   {{"0.25", "2950"}, {"1", "3010.5"}, {"4", "3080"}}};
+const TypedTest kThreePhaseBuildup{
+    {"Three-phase buildup", "Buildup", kOilGasWater, 0, 0},
+    "muin=1.2 boin=1.35 hin=45.5 rwin=6 phin=18.5 ctin=12.5 rein=160 psin=3200 bwin=1.02 "
+    "mwin=0.5 bgin=0.9 mgin=0.018 rsin=0.4",
+    "24,300,250,50;48,250,220,60",
+    "0.25,2950;1,3010.5;4,3080"};
 
 // Every field a test file carries, and what Open derives from them, compared exactly.
 void expectSameTest(const AnalysisState& a, const AnalysisState& b, const std::string& what) {
@@ -204,12 +172,8 @@ TEST(TestFile, SaveOpenRoundTripForEveryChoice) {
             for (int rtu = 0; rtu <= 1; ++rtu)
                 for (int ttu = 0; ttu <= 1; ++ttu) {
                     TypedTest t = kThreePhaseBuildup;
-                    t.testType = type;
-                    t.fluid = fluid;
-                    t.rateTimeUnit = rtu;
-                    t.testTimeUnit = ttu;
-                    t.boxes.insert(t.boxes.end() - 1,
-                                   {{B::GasGravity, "0.65"}, {B::Temperature, "185.5"}});
+                    t.record1 = {t.record1.title, type, fluid, rtu, ttu};
+                    t.boxes += " ggin=0.65 trin=185.5";
                     const AnalysisState saved = typed(t);
                     const std::string text = testFileText(saved);
                     const std::string what = std::string(type) + " fluid " + std::to_string(fluid) +
@@ -269,7 +233,7 @@ TEST(TestFile, OpenRefillsTheInputScreen) {
 // the gas box. A drawdown has no producing time whatever the history.
 TEST(TestFile, OpenRunsTheBoxGorAndDrawdownRules) {
     TypedTest t = kThreePhaseBuildup;
-    t.testType = "Drawdown";
+    t.record1.testType = "Drawdown";
     AnalysisState saved = typed(t);
     saved.SolutionGor = 0.9; // 220 - 0.9*250 < 0
     saved.OilFvf = 1.23456;
