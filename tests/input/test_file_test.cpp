@@ -268,6 +268,18 @@ TEST(TestFile, FieldsOutsideTheFileAreKept) {
     EXPECT_EQ(s.ProducingTime, 72.0);
 }
 
+// A new user opens an example and saves it again: the file must come back unchanged
+// (every value fits its box's display mask, times and pressures are gauge numbers),
+// or the examples would drift from what the program writes.
+TEST(TestFile, ExamplesOpenThenSaveTheSameFile) {
+    for (const char* file : {"oil-buildup.zvt", "gas-drawdown.zvt", "two-rate-drawdown.zvt"}) {
+        const std::string text = fileText(std::string(SOURCE_DIR) + "/examples/" + file);
+        AnalysisState s;
+        ASSERT_TRUE(loadTestFile(s, text, file).ok) << file;
+        EXPECT_EQ(testFileText(s), text) << file;
+    }
+}
+
 // Files written by older programs: CRLF line ends, numbers without a leading zero,
 // a D exponent and blanks around fields are all the same test.
 TEST(TestFile, ReadsBasicStyleVariants) {
