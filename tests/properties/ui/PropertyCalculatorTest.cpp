@@ -83,16 +83,19 @@ private Q_SLOTS:
         QCOMPARE(results(), QString());
     }
 
-    // No gravity, no gas: nothing is computed and the engineer is told why.
+    // No gravity, no gas: nothing is computed (no z, so no B left in the oil FVF) and
+    // the engineer is told why.
     void noGasWithoutGravity() {
+        t->state.OilFvf = 1.3;
         calculate("0", "3000", "200");
         QCOMPARE(results(), QString());
         QVERIFY(!child<QLineEdit>(mox, "Text1")->text().isEmpty());
         QVERIFY(!t->endCode);
+        QCOMPARE(t->state.OilFvf, 1.3);
     }
 
-    // The column starts with the correlations the stored codes stand for, and the
-    // inputs with what the input screen already holds.
+    // The column starts with the correlations the stored codes stand for (none for a
+    // code outside the list), and the inputs with what the input screen already holds.
     void startsFromTheState() {
         QCOMPARE(child<QLabel>(mox, "oilSelected")->text(),
                  QStringLiteral("Standing : California Crudes"));
@@ -101,7 +104,11 @@ private Q_SLOTS:
         other.state.GasGravity = 0.65;
         other.state.StartPressure = 2500;
         other.state.ReservoirTemperature = 180;
+        other.state.OilCorrelation = 9;
+        other.state.GasKind = 1;
         QWidget* calc = other.show("mox");
+        QCOMPARE(child<QLabel>(calc, "oilSelected")->text(), QString());
+        QCOMPARE(child<QLabel>(calc, "gasSelected")->text(), u"Dry Gas"_s);
         QCOMPARE(child<QLineEdit>(calc, "ggin")->text(), QStringLiteral(".65"));
         QCOMPARE(child<QLineEdit>(calc, "pin")->text(), QStringLiteral("2500."));
         QCOMPARE(child<QLineEdit>(calc, "tin")->text(), QStringLiteral("180."));
