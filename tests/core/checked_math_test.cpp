@@ -2,22 +2,17 @@
 #include "core/analysis_state.h"
 #include "core/checked_math.h"
 
+#include "../support/raised.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 
 namespace zorvekan {
 namespace {
 
-Fault faultOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.fault();
-    }
-    ADD_FAILURE() << "no fault raised";
-    return Fault::File;
+Fault faultOf(const auto& f) {
+    return testing::raised(f).fault.value_or(Fault::NoData);
 }
 
 // Arithmetic faults must stop a computation with a reported error, never leave

@@ -2,6 +2,8 @@
 #include "core/runtime_error.h"
 #include "typecurve/curve_parameters.h"
 
+#include "../support/raised.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -57,14 +59,10 @@ TEST(CurveParameters, LabelsOfEachFamily) {
         EXPECT_EQ(curveLabel(row.file, row.curve), row.label);
     for (const auto& [file, curve] :
          {std::pair{LibraryFile::OneType, 0}, std::pair{LibraryFile::OneType, 17},
-          std::pair{LibraryFile::FrcType, 10}, std::pair{LibraryFile::TwoType, 26}}) {
-        try {
-            curveLabel(file, curve);
-            ADD_FAILURE() << "curve " << curve << " accepted";
-        } catch (const RuntimeError& e) {
-            EXPECT_EQ(e.fault(), Fault::SubscriptOutOfRange);
-        }
-    }
+          std::pair{LibraryFile::FrcType, 10}, std::pair{LibraryFile::TwoType, 26}})
+        EXPECT_EQ(testing::raised([&] { curveLabel(file, curve); }).fault,
+                  Fault::SubscriptOutOfRange)
+            << "curve " << curve;
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "typecurve/library_contents.h"
 #include "typecurve/library_file.h"
 
+#include "../support/raised.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -184,28 +186,19 @@ TEST(LibraryReader, RefusesBrokenFiles) {
     const ScratchDirectory dir;
     for (const Row& row : rows) {
         const auto path = dir.write("ONETYPE", row.text);
-        try {
+        const testing::Raised r = testing::raised([&] {
             LibraryReader reader(path, LibraryFile::OneType);
-            CurveBlock b;
-            while (reader.next(b)) {
+            for (CurveBlock b; reader.next(b);) {
             }
-            ADD_FAILURE() << row.what << ": accepted";
-        } catch (const RuntimeError& e) {
-            const std::string message = e.what();
-            EXPECT_EQ(e.fault(), row.fault) << row.what << ": " << message;
-            EXPECT_NE(message.find(path.string()), std::string::npos) << message;
-            EXPECT_NE(message.find(row.where), std::string::npos) << message;
-            EXPECT_NE(message.find(row.problem), std::string::npos) << message;
-        }
+        });
+        EXPECT_EQ(r.fault, row.fault) << row.what << ": " << r.message;
+        EXPECT_TRUE(r.says(path.string()) && r.says(row.where) && r.says(row.problem)) << r.message;
     }
     for (const auto& missing : {dir.path() / "TWOTYPE", dir.path()}) {
-        try {
-            LibraryReader reader(missing, LibraryFile::TwoType);
-            ADD_FAILURE() << missing << ": opened";
-        } catch (const RuntimeError& e) {
-            EXPECT_EQ(e.fault(), Fault::File);
-            EXPECT_NE(std::string(e.what()).find(missing.string()), std::string::npos);
-        }
+        const testing::Raised r =
+            testing::raised([&] { LibraryReader(missing, LibraryFile::TwoType); });
+        EXPECT_EQ(r.fault, Fault::File);
+        EXPECT_TRUE(r.says(missing.string())) << r.message;
     }
 }
 
@@ -233,15 +226,10 @@ TEST(LibraryLookup, FindsTheFirstCopyThatExists) {
     EXPECT_EQ(locateLibrary(app, bin, LibraryFile::OneType), bin / "ONETYPE");
     dir.write("app/ONETYPE", "1\n0\n0\n");
     EXPECT_EQ(locateLibrary(app, bin, LibraryFile::OneType), app / "ONETYPE");
-    try {
-        locateLibrary(app, bin, LibraryFile::FrcType);
-        ADD_FAILURE() << "found a library that is not there";
-    } catch (const RuntimeError& e) {
-        const std::string message = e.what();
-        EXPECT_EQ(e.fault(), Fault::File);
-        for (const auto& part : {std::string("FRCTYPE"), app.string(), bin.string()})
-            EXPECT_NE(message.find(part), std::string::npos) << message;
-    }
+    const testing::Raised r =
+        testing::raised([&] { locateLibrary(app, bin, LibraryFile::FrcType); });
+    EXPECT_EQ(r.fault, Fault::File);
+    EXPECT_TRUE(r.says("FRCTYPE") && r.says(app.string()) && r.says(bin.string())) << r.message;
 }
 
 } // namespace
