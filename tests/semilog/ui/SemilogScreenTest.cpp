@@ -20,6 +20,8 @@
 
 namespace zorvekan::testing {
 
+using namespace Qt::StringLiterals;
+
 class SemilogScreenTest : public QObject {
     Q_OBJECT
 
@@ -32,7 +34,7 @@ private:
         const OpenResult r = openTestFile(t->state, std::string(SOURCE_DIR) + "/examples/" + file);
         QVERIFY2(r.ok, r.error.message().c_str());
         t->show("inp");
-        clickItem(t->screen("inp"), "List1", QStringLiteral("Semilog Analysis"));
+        clickItem(t->screen("inp"), "List1", u"Semilog Analysis"_s);
         kv1 = t->screen<SemilogScreen>("kv1");
         QVERIFY(kv1 && kv1->isVisible());
     }
@@ -45,25 +47,31 @@ private:
         QTest::mouseClick(p, Qt::LeftButton, {}, p->toDevice(x, y).toPoint());
     }
 
-    // Plot position of the semilog point whose time is nearest to t.
-    QPointF semilogPoint(double t) {
-        const AnalysisState& s = t_state();
+    // Plot position of the semilog point whose time is nearest to `time`.
+    QPointF semilogPoint(double time) {
+        const AnalysisState& s = t->state;
         int best = 1;
         for (int i = 2; i <= s.PointCount; ++i)
-            if (std::fabs(std::log(s.SemilogTime[i] / t)) <
-                std::fabs(std::log(s.SemilogTime[best] / t)))
+            if (std::fabs(std::log(s.SemilogTime[i] / time)) <
+                std::fabs(std::log(s.SemilogTime[best] / time)))
                 best = i;
         const PlotScales& sc = kv1->semilogScales();
         return {sc.x * (s.SemilogX[best] - s.SemilogXMin),
                 sc.y * (s.SemilogY[best] - s.SemilogYMin)};
     }
 
-    const AnalysisState& t_state() const { return t->state; }
+    // Plot position of change i on the log-log (storage) plot.
+    QPointF storagePoint(int i) const {
+        const AnalysisState& s = t->state;
+        return {s.StorageScale * (s.LogTime[i] - s.StorageXMin),
+                s.StorageScale * (s.LogDeltaP[i] - s.StorageYMin)};
+    }
+
+    void clickAt(const char* plot, QPointF at) { clickAt(plot, at.x(), at.y()); }
 
     double resultValue(const QString& caption) {
         const QString text = child<QPlainTextEdit>(kv1, "Picture1")->toPlainText();
-        const QRegularExpression re(QRegularExpression::escape(caption) +
-                                    QStringLiteral(" (-?[0-9.]+)"));
+        const QRegularExpression re(QRegularExpression::escape(caption) + u" (-?[0-9.]+)"_s);
         const auto m = re.match(text);
         if (!m.hasMatch())
             qFatal("no result line %s in\n%s", qPrintable(caption), qPrintable(text));
@@ -76,41 +84,43 @@ private Q_SLOTS:
 
     // The navigation list opens kv1 on the semilog plot for one rate (no plot-kind list)
     // and on the superposition plot for two rates; the flow plots start hidden and
-    // semipk appears once the semilog plot is drawn.
+    // semipk appears once the semilog plot is drawn. Choosing the semilog kind on a
+    // two-rate test redraws with the equivalent time.
     void opensWithThePlotKindOfTheRateHistory() {
         openExample("oil-buildup.zvt");
-        QCOMPARE(kv1->windowTitle(), QStringLiteral("Semilog Analysis"));
+        QCOMPARE(kv1->windowTitle(), u"Semilog Analysis"_s);
         QCOMPARE(t->state.SemilogPlotKind, kSemilogPlot);
         QVERIFY(!shown(kv1, "ddpk"));
         QVERIFY(shown(kv1, "semipk"));
         QVERIFY(!shown(kv1, "sqrslp"));
         QVERIFY(!shown(kv1, "qtrslp"));
         QVERIFY(!shown(kv1, "Command1"));
-        QCOMPARE(child<QLineEdit>(kv1, "spin")->text(), QStringLiteral("0.2"));
+        QCOMPARE(child<QLineEdit>(kv1, "spin")->text(), u"0.2"_s);
         QCOMPARE(child<QLabel>(kv1, "Label3")->text(), QString::fromStdString(t->state.TestTitle));
-        t.reset();
         t = std::make_unique<TestProgram>();
         openExample("two-rate-drawdown.zvt");
         QCOMPARE(t->state.SemilogPlotKind, kSuperpositionPlot);
         QVERIFY(shown(kv1, "ddpk"));
-        QCOMPARE(child<QComboBox>(kv1, "ddpk")->currentText(),
-                 QStringLiteral("Superposition Plot"));
+        QCOMPARE(child<QComboBox>(kv1, "ddpk")->currentText(), u"Superposition Plot"_s);
+        choose(kv1, "ddpk", u"Semilog Plot"_s);
+        QCOMPARE(t->state.SemilogPlotKind, kSemilogPlot);
+        QCOMPARE(t->state.SemilogX[1], t->state.LogTime[1]);
     }
 
     // Two clicks on the radial-flow part of the Horner plot give the reservoir back
     // (k 100 md, skin 3 within 3 % and 0.3), print the result lines and store them.
     void straightLinePickGivesPermeabilityAndSkin() {
         openExample("oil-buildup.zvt");
-        choose(kv1, "semipk", QStringLiteral("Straight Line"));
+        choose(kv1, "semipk", u"Straight Line"_s);
         QVERIFY(shown(kv1, "Label2"));
-        const QPointF a = semilogPoint(10), b = semilogPoint(50);
-        clickAt("semi", a.x(), a.y());
+        const QPointF b = semilogPoint(50);
+        clickAt("semi", semilogPoint(10));
         QTest::mouseMove(surface("semi"), surface("semi")->toDevice(40, 30).toPoint());
-        clickAt("semi", b.x(), b.y());
+        clickAt("semi", b);
         QVERIFY(!shown(kv1, "Label2"));
         QVERIFY(kv1->semilogLine().complete);
-        QVERIFY(std::fabs(resultValue(QStringLiteral("Permeability =")) - 100) < 3);
-        QVERIFY(std::fabs(resultValue(QStringLiteral("Skin Factor =")) - 3) < 0.3);
+        QVERIFY(std::fabs(resultValue(u"Permeability ="_s) - 100) < 3);
+        QVERIFY(std::fabs(resultValue(u"Skin Factor ="_s) - 3) < 0.3);
         QVERIFY(std::fabs(t->state.Permeability - 100) < 3);
         QVERIFY(std::fabs(t->state.SkinFactor - 3) < 0.3);
         QVERIFY(shown(kv1, "Command1"));
@@ -119,7 +129,7 @@ private Q_SLOTS:
         // Handing over to type curves marks the estimates as there to use.
         click(kv1, "Command1");
         QCOMPARE(t->state.TypeCurveEstimateFlag, 1);
-        t->program->screens().show(QStringLiteral("kv1"));
+        t->program->screens().show(u"kv1"_s);
         QCOMPARE(t->state.TypeCurveEstimateFlag, 0);
     }
 
@@ -127,15 +137,13 @@ private Q_SLOTS:
     // 0.01 bbl/psi within 10 %.
     void unitSlopePickGivesWellboreStorage() {
         openExample("oil-buildup.zvt");
-        choose(kv1, "storpk", QStringLiteral("Unit Slope"));
+        choose(kv1, "storpk", u"Unit Slope"_s);
         QVERIFY(shown(kv1, "Label4"));
         const AnalysisState& s = t->state;
-        const int i = 3; // an early point, on the unit slope
-        clickAt("Stor", s.StorageScale * (s.LogTime[i] - s.StorageXMin),
-                s.StorageScale * (s.LogDeltaP[i] - s.StorageYMin));
+        clickAt("Stor", storagePoint(3)); // an early point, on the unit slope
         QVERIFY2(std::fabs(s.WellboreStorage - 0.01) < 0.001,
                  qPrintable(QString::number(s.WellboreStorage)));
-        QVERIFY(std::fabs(resultValue(QStringLiteral("Wellbore Storage =")) - 0.01) < 0.001);
+        QVERIFY(std::fabs(resultValue(u"Wellbore Storage ="_s) - 0.01) < 0.001);
     }
 
     // Half-slope picks in either order select the earlier time as the lower bound, mark
@@ -143,20 +151,16 @@ private Q_SLOTS:
     // line on it stores a positive slope.
     void halfSlopeIntervalAndLinearFlowLine() {
         openExample("oil-buildup.zvt");
-        const AnalysisState& s = t->state;
-        auto at = [&](int i) {
-            return QPointF(s.StorageScale * (s.LogTime[i] - s.StorageXMin),
-                           s.StorageScale * (s.LogDeltaP[i] - s.StorageYMin));
-        };
-        choose(kv1, "storpk", QStringLiteral("Half Slope"));
-        clickAt("Stor", at(40).x(), at(40).y());
-        clickAt("Stor", at(10).x(), at(10).y());
+        choose(kv1, "storpk", u"Half Slope"_s);
+        clickAt("Stor", storagePoint(40));
+        clickAt("Stor", storagePoint(10));
         QVERIFY(shown(kv1, "sqrslp"));
         QVERIFY(shown(kv1, "sqrpk"));
         QVERIFY(kv1->linearInterval().lower < kv1->linearInterval().upper);
-        QVERIFY(std::fabs(std::log(kv1->linearInterval().lower / s.TimeFunction[10])) < 0.05);
+        QVERIFY(std::fabs(std::log(kv1->linearInterval().lower / t->state.TimeFunction[10])) <
+                0.05);
         QVERIFY(kv1->linearFrame().pointCount >= 25);
-        choose(kv1, "sqrpk", QStringLiteral("Select Half Slope"));
+        choose(kv1, "sqrpk", u"Select Half Slope"_s);
         clickAt("sqrslp", 10, 10);
         clickAt("sqrslp", 90, 50);
         QVERIFY(kv1->linearSlope() > 0);
@@ -170,11 +174,11 @@ private Q_SLOTS:
         auto* button = child<QPushButton>(kv1, "Command2");
         const QSize before = surface("semi")->size();
         QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(button->text(), QStringLiteral("Reduce"));
+        QCOMPARE(button->text(), u"Reduce"_s);
         QTRY_VERIFY(surface("semi")->width() > 1.6 * before.width());
         QVERIFY(!shown(kv1, "Stor"));
         QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(button->text(), QStringLiteral("Expand"));
+        QCOMPARE(button->text(), u"Expand"_s);
         QTRY_COMPARE(surface("semi")->size(), before);
         QVERIFY(shown(kv1, "Stor"));
     }
@@ -183,22 +187,14 @@ private Q_SLOTS:
     void derivativeSpacing() {
         openExample("oil-buildup.zvt");
         const int before = t->state.DerivativeCount;
-        typeInto(kv1, "spin", QStringLiteral("0.5"));
+        typeInto(kv1, "spin", u"0.5"_s);
         QCOMPARE(t->state.DerivativeSpan, 0.5);
         QVERIFY(t->state.DerivativeCount < before);
         const int at05 = t->state.DerivativeCount;
-        typeInto(kv1, "spin", QStringLiteral("0"));
+        typeInto(kv1, "spin", u"0"_s);
         QCOMPARE(t->state.DerivativeSpan, 0.0);
         QCOMPARE(t->state.DerivativeCount, at05);
         QVERIFY(t->messages.messages.isEmpty());
-    }
-
-    // Choosing the semilog kind on a two-rate test redraws with the equivalent time.
-    void plotKindChoiceRedraws() {
-        openExample("two-rate-drawdown.zvt");
-        choose(kv1, "ddpk", QStringLiteral("Semilog Plot"));
-        QCOMPARE(t->state.SemilogPlotKind, kSemilogPlot);
-        QCOMPARE(t->state.SemilogX[1], t->state.LogTime[1]);
     }
 
     // Print: the toolbar is hidden and the heading shown on the page, then restored.
@@ -209,21 +205,20 @@ private Q_SLOTS:
             headingOnPage = shown(kv1, "Label5");
             toolbarOnPage = shown(kv1, "Toolbar1");
         };
-        kv1->runCommand(QStringLiteral("Print"));
+        kv1->runCommand(u"Print"_s);
         QCOMPARE(t->printer.pages.size(), 1);
         QVERIFY(headingOnPage);
         QVERIFY(!toolbarOnPage);
-        QCOMPARE(child<QLabel>(kv1, "Label5")->text(),
-                 QStringLiteral("Well Test: Semilog Results"));
+        QCOMPARE(child<QLabel>(kv1, "Label5")->text(), u"Well Test: Semilog Results"_s);
         QVERIFY(!shown(kv1, "Label5"));
         QVERIFY(shown(kv1, "Toolbar1"));
     }
 
     // A test without points cannot be plotted: the fault is reported and nothing crashes.
     void noPointsIsReportedNotACrash() {
-        t->program->screens().show(QStringLiteral("kv1"));
+        t->program->screens().show(u"kv1"_s);
         QCOMPARE(t->messages.messages.size(), 1);
-        QVERIFY(t->messages.lastText().contains(QStringLiteral("No data")));
+        QVERIFY(t->messages.lastText().contains(u"No data"_s));
     }
 };
 
