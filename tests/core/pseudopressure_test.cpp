@@ -17,15 +17,18 @@ AnalysisState gasTest(int shutIn) {
     return s;
 }
 
+// The integrand p/(mu*z) of the gas in s at p.
+double integrand(AnalysisState& s, double p) {
+    const double z = GasZFactor(s, p);
+    return p / (GasViscosityAndFvf(s, p, z).viscosity * z);
+}
+
 // 2*integral of p/(mu*z) from 14.7 psia to p by composite Simpson on a fine grid,
 // independent of the program's 50-psi trapezoids; in psi^2/cp.
 double referencePseudopressure(AnalysisState& s, double p) {
     const int n = 4000;
     const double h = (p - 14.7) / n;
-    auto f = [&](double x) {
-        const double z = GasZFactor(s, x);
-        return x / (GasViscosityAndFvf(s, x, z).viscosity * z);
-    };
+    auto f = [&](double x) { return integrand(s, x); };
     double sum = f(14.7) + f(p);
     for (int i = 1; i < n; ++i)
         sum += (i % 2 ? 4.0 : 2.0) * f(14.7 + i * h);
@@ -81,11 +84,8 @@ TEST(Pseudopressure, LowPressureIsOneTrapezoid) {
     s.TestPointCount = 0;
     ComputePseudopressures(s);
     AnalysisState probe = gasTest(1);
-    auto f = [&](double p) {
-        const double z = GasZFactor(probe, p);
-        return p / (GasViscosityAndFvf(probe, p, z).viscosity * z);
-    };
-    EXPECT_NEAR(s.StartPseudoPressure * 1e6, (f(60.0) + f(14.7)) * (60.0 - 14.7), 1e-9);
+    const double trapezoid = (integrand(probe, 60.0) + integrand(probe, 14.7)) * (60.0 - 14.7);
+    EXPECT_NEAR(s.StartPseudoPressure * 1e6, trapezoid, 1e-9);
     EXPECT_DOUBLE_EQ(s.GridPressure[1], 14.7);
 }
 
