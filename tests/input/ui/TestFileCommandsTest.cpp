@@ -252,11 +252,6 @@ private Q_SLOTS:
                "psin=5000.|List1=shown|Command2=shown|"
                "rateSummary=1 rate, q = 4000. MCF/day, tp = 0. hrs.|"
                "pointSummary=100 test points"_s;
-        QTest::newRow("two-rate drawdown")
-            << u"two-rate-drawdown.zvt"_s
-            << u"test=Drawdown|Check1=checked|rtime=Flow Times: days|muin=1.|boin=1.2|phin=18.|"
-               "ctin=12.|psin=3500.|rateSummary=2 rates, q = 500. STB/day, tp = 0. hrs.|"
-               "pointSummary=110 test points"_s;
     }
     // Each example must open at once with its values in the boxes, the units of the
     // file in the lists, and rate entry, test entry and the analyses within reach.
