@@ -70,7 +70,6 @@ private Q_SLOTS:
         QCOMPARE(at(s, 300, 120), qRgb(255, 255, 255));
     }
 
-    // Mouse positions must come back in plot units so picks invert the axes.
     // A rubber band shows while the mouse moves but is not part of the picture: a
     // resized plot must not bring back every band drawn since the last redraw (nor keep
     // them all in memory).
@@ -90,6 +89,7 @@ private Q_SLOTS:
         QCOMPARE(at(s, 100, 60), qRgb(0, 0, 0));
     }
 
+    // Mouse positions must come back in plot units so picks invert the axes.
     void mouseInPlotUnits() {
         PlotSurface s;
         frame(s);
