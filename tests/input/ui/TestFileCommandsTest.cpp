@@ -406,17 +406,22 @@ private Q_SLOTS:
         QVERIFY(t->messages.messages.isEmpty());
     }
 
-    // Import with a header, comments and blank lines in minutes: the counts on the
-    // notice, the minutes turned into hours, the time-0 pair taken as the start
-    // pressure; Accept Data hides the notice, and Exit closes it.
+    // Import with header lines, every kind of comment and blank lines, in minutes: the
+    // counts on the notice, the minutes turned into hours, the time-0 pair taken as the
+    // start pressure through its box ("#####.#"); Accept Data hides the notice, and
+    // Exit closes it.
     void importSmallFile() {
         choose(inp, "ttime", QStringLiteral("Test Times: min."));
-        writeFile(path("gauge.csv"), "Elapsed time (min),Pressure (psia)\r\n"
+        writeFile(path("gauge.csv"), "Gauge 4471 serial X\r\n"
+                                     "Elapsed time (min),Pressure (psia)\r\n"
                                      "# gauge 4471, shut in at 08:00\r\n"
                                      "\r\n"
-                                     "0, 3000\r\n"
+                                     "0, 3000.04\r\n"
                                      "6;3050.5\r\n"
+                                     "; storage\r\n"
                                      "30\t3100\r\n"
+                                     "   \r\n"
+                                     "' quote comment\r\n"
                                      "// hourly from here\r\n"
                                      "60   3150.25\r\n"
                                      "120,3190\r\n");
@@ -435,7 +440,7 @@ private Q_SLOTS:
         QCOMPARE(child<QLabel>(notice, "Label3")->text(), u"4"_s);
         QVERIFY(!shown(notice, "Label4"));
         QCOMPARE(child<QLabel>(notice, "skippedLabel")->text(),
-                 u"Lines skipped: 4 (1 header, 2 comment, 1 blank)"_s);
+                 u"Lines skipped: 8 (2 header, 4 comment, 2 blank)"_s);
         QCOMPARE(child<QPushButton>(notice, "Command1")->text(), u"Accept Data"_s);
         click(notice, "Command1");
         QVERIFY(!notice->isVisible());
