@@ -35,6 +35,19 @@ private:
             typeInto(d, boxes[i++], QString::fromUtf8(v));
         click(d, "Command1");
     }
+    // Types the rate rows of an oil buildup (Bo 1.2) and finishes entry unless told not to.
+    DataEntryScreen* oilBuildupRates(std::initializer_list<std::initializer_list<const char*>> rows,
+                                     bool finish = true) {
+        t->state.FluidFlags = 1;
+        t->state.ShutInFlag = 1;
+        t->state.OilFvf = 1.2;
+        DataEntryScreen* d = open(1);
+        for (const auto& r : rows)
+            row(d, r);
+        if (finish)
+            click(d, "Command2");
+        return d;
+    }
 
 private Q_SLOTS:
     void init() {
@@ -87,13 +100,8 @@ private Q_SLOTS:
     // become hours; q is the last rate; the derivative spacing returns to 0.2.
     void ratesGiveFlowRateAndProducingTime() {
         AnalysisState& s = t->state;
-        s.FluidFlags = 1;
-        s.ShutInFlag = 1;
-        s.OilFvf = 1.2;
         s.DerivativeSpan = 0.5;
-        DataEntryScreen* d = open(1);
-        row(d, {"10", "200"});
-        row(d, {"20", "100"});
+        DataEntryScreen* d = oilBuildupRates({{"10", "200"}, {"20", "100"}}, false);
         QCOMPARE(int(s.RateCount), 0); // counts change only when entry is finished
         click(d, "Command2");
         QCOMPARE(int(s.RateCount), 2);
@@ -105,9 +113,7 @@ private Q_SLOTS:
                  u"2 rates, q = 100. STB/day, tp = 40. hrs."_s);
 
         s.RateTimeUnit = 1;
-        d = open(1);
-        row(d, {"2", "500"});
-        click(d, "Command2");
+        oilBuildupRates({{"2", "500"}});
         QCOMPARE(s.RateTime[1], 48.0);
         QCOMPARE(s.FlowRate, 500.0);
         QCOMPARE(s.ProducingTime, 48.0);
@@ -203,20 +209,11 @@ private Q_SLOTS:
     // A run-time fault while finishing (a last rate of zero gives no producing time)
     // must be reported and leave the screen usable.
     void faultWhileFinishingIsReported() {
-        AnalysisState& s = t->state;
-        s.FluidFlags = 1;
-        s.ShutInFlag = 1;
-        s.OilFvf = 1.2;
-        DataEntryScreen* d = open(1);
-        row(d, {"10", "200"});
-        row(d, {"5", "0"});
-        click(d, "Command2");
+        oilBuildupRates({{"10", "200"}, {"5", "0"}});
         QCOMPARE(t->messages.lastTitle(), kRuntimeErrorTitle);
         QVERIFY(!t->endCode);
-        d = open(1);
-        row(d, {"10", "200"});
-        click(d, "Command2");
-        QCOMPARE(s.ProducingTime, 10.0);
+        oilBuildupRates({{"10", "200"}});
+        QCOMPARE(t->state.ProducingTime, 10.0);
     }
 };
 
