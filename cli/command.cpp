@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 namespace zorvekan::cli {
@@ -21,6 +22,12 @@ const std::map<std::string, Command>& commands() {
 Registration::Registration(Command command) {
     const std::string name = command.name;
     registry().emplace(name, std::move(command));
+}
+
+std::string fullPrecision(double value) {
+    char buf[40];
+    std::snprintf(buf, sizeof buf, "%.17g", value);
+    return buf;
 }
 
 std::optional<double> parseNumber(const std::string& text) {

@@ -56,6 +56,9 @@ private:
     std::vector<std::string> m_positional;
 };
 
+// A number with every digit a double holds (%.17g), for output read back by programs.
+std::string fullPrecision(double value);
+
 // Strict number parsing for the command line (unlike the lenient text boxes):
 // the whole text must be a finite number.
 std::optional<double> parseNumber(const std::string& text);

@@ -12,12 +12,6 @@ namespace zorvekan::cli {
 
 namespace {
 
-std::string full(double v) {
-    char buf[40];
-    std::snprintf(buf, sizeof buf, "%.17g", v);
-    return buf;
-}
-
 std::string summaryLine(const ImportSummary& m, const AnalysisState& s) {
     std::string line = std::string(kImportNoticeCount) + " " + std::to_string(m.pairsInFile);
     if (m.resized)
@@ -26,7 +20,7 @@ std::string summaryLine(const ImportSummary& m, const AnalysisState& s) {
             std::to_string(m.headerLines) + " header, " + std::to_string(m.commentLines) +
             " comment, " + std::to_string(m.blankLines) + " blank)";
     if (m.startPressure)
-        line += "; start pressure " + full(s.StartPressure) + " psia";
+        line += "; start pressure " + fullPrecision(s.StartPressure) + " psia";
     return line;
 }
 
@@ -45,8 +39,8 @@ int runImport(const std::vector<std::string>& args, std::ostream& out, std::ostr
     }
     std::string text = "i,TestTime,TestPressure\n";
     for (int i = 1; i <= s.TestPointCount; ++i)
-        text +=
-            std::to_string(i) + ',' + full(s.TestTime[i]) + ',' + full(s.TestPressure[i]) + '\n';
+        text += std::to_string(i) + ',' + fullPrecision(s.TestTime[i]) + ',' +
+                fullPrecision(s.TestPressure[i]) + '\n';
     out << text;
     err << summaryLine(r.summary, s) << '\n';
     return kExitOk;

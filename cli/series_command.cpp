@@ -13,26 +13,21 @@ namespace zorvekan::cli {
 
 namespace {
 
-std::string full(double v) {
-    char buf[40];
-    std::snprintf(buf, sizeof buf, "%.17g", v);
-    return buf;
-}
-
 void printSeries(const AnalysisState& s, std::ostream& out) {
     out << "i,TimeFunction,DeltaP,LogTime,LogDeltaP,SemilogX,SemilogY\n";
     for (int i = 1; i <= s.TestPointCount; ++i) {
-        out << i << ',' << full(s.TimeFunction[i]) << ',' << full(s.DeltaP[i]) << ','
-            << full(s.LogTime[i]) << ',' << full(s.LogDeltaP[i]) << ',';
+        out << i << ',' << fullPrecision(s.TimeFunction[i]) << ',' << fullPrecision(s.DeltaP[i])
+            << ',' << fullPrecision(s.LogTime[i]) << ',' << fullPrecision(s.LogDeltaP[i]) << ',';
         if (i <= s.PointCount)
-            out << full(s.SemilogX[i]) << ',' << full(s.SemilogY[i]);
+            out << fullPrecision(s.SemilogX[i]) << ',' << fullPrecision(s.SemilogY[i]);
         else
             out << ',';
         out << '\n';
     }
     out << "\nk,DerivativeLogTime,LogDerivative\n";
     for (int k = 1; k <= s.DerivativeCount; ++k)
-        out << k << ',' << full(s.DerivativeLogTime[k]) << ',' << full(s.LogDerivative[k]) << '\n';
+        out << k << ',' << fullPrecision(s.DerivativeLogTime[k]) << ','
+            << fullPrecision(s.LogDerivative[k]) << '\n';
 }
 
 int runSeries(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
