@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // zorvekan: the desktop program.
+#include "app/Program.h"
 #include "core/analysis_state.h"
 #include "core/launch_options.h"
 #include "core/ui/FileDialogService.h"
 #include "core/ui/MessageService.h"
 #include "core/ui/PrintService.h"
-#include "core/ui/Program.h"
 
 #include <QApplication>
 

@@ -5,9 +5,9 @@
 
 #include "core/analysis_data.h"
 #include "core/checked_math.h"
+#include "core/semilog_series.h"
 #include "input/test_file.h"
 #include "semilog/semilog_results.h"
-#include "semilog/semilog_series.h"
 
 #include <cmath>
 #include <ostream>

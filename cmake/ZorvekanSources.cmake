@@ -23,7 +23,7 @@ function(zorvekan_add_test name)
     target_compile_definitions(${name} PRIVATE TEST_DATA_DIR="${CMAKE_SOURCE_DIR}/tests/data"
                                                SOURCE_DIR="${CMAKE_SOURCE_DIR}")
     if(ARG_QT)
-        target_link_libraries(${name} PRIVATE zorvekan_gui Qt6::Test)
+        target_link_libraries(${name} PRIVATE zorvekan_app Qt6::Test)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
                                                 WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})

@@ -4,7 +4,7 @@
 #include "core/checked_math.h"
 #include "core/derivative.h"
 #include "core/pseudopressure.h"
-#include "semilog/semilog_series.h"
+#include "core/semilog_series.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 #include "core/pseudopressure.h"
 
 #include "core/checked_math.h"
-#include "properties/hall_yarborough.h"
+#include "core/hall_yarborough.h"
 
 #include <cmath>
 

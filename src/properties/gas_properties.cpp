@@ -3,8 +3,8 @@
 
 #include "core/checked_math.h"
 #include "core/display_mask.h"
+#include "core/hall_yarborough.h"
 #include "core/result_line.h"
-#include "properties/hall_yarborough.h"
 
 #include <cmath>
 

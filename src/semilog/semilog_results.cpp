@@ -5,7 +5,7 @@
 #include "core/display_mask.h"
 #include "core/pseudopressure.h"
 #include "core/result_line.h"
-#include "semilog/semilog_series.h"
+#include "core/semilog_series.h"
 
 #include <algorithm>
 #include <cmath>

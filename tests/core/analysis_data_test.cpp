@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/analysis_data.h"
 #include "core/checked_math.h"
-#include "semilog/semilog_series.h"
+#include "core/semilog_series.h"
 
 #include <gtest/gtest.h>
 

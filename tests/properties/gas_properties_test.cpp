@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "core/hall_yarborough.h"
 #include "properties/correlations.h"
 #include "properties/gas_properties.h"
-#include "properties/hall_yarborough.h"
 
 #include <gtest/gtest.h>
 

@@ -3,11 +3,11 @@
 // captured, file dialogs answer from a queue, printed pages are kept.
 #pragma once
 
+#include "app/Program.h"
 #include "core/analysis_state.h"
 #include "core/ui/FileDialogService.h"
 #include "core/ui/MessageService.h"
 #include "core/ui/PrintService.h"
-#include "core/ui/Program.h"
 
 #include <QImage>
 #include <QList>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "core/ui/Program.h"
+#include "app/Program.h"
 
+#include "app/SplashScreen.h"
 #include "core/ui/PrintService.h"
-#include "core/ui/SplashScreen.h"
 #include "input/ui/DataEntryScreen.h"
 #include "input/ui/ImportNotice.h"
 #include "input/ui/InputScreen.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "../../support/ui/FakeServices.h"
 
+#include "app/SplashScreen.h"
 #include "core/ui/PlotSurface.h"
-#include "core/ui/SplashScreen.h"
 
 #include <QElapsedTimer>
 #include <QLabel>

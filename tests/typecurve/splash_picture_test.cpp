@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "../support/recording_canvas.h"
-#include "core/splash_picture.h"
+#include "typecurve/splash_picture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "semilog/semilog_series.h"
+#include "core/semilog_series.h"
 
 #include "core/checked_math.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "properties/hall_yarborough.h"
+#include "core/hall_yarborough.h"
 
 #include "core/checked_math.h"
 #include "core/runtime_error.h"

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "core/ui/SplashScreen.h"
+#include "app/SplashScreen.h"
 
-#include "core/splash_picture.h"
 #include "core/ui/EventGuard.h"
 #include "core/ui/PlotSurface.h"
 #include "core/ui/ScreenContext.h"
 #include "core/ui/ScreenRegistry.h"
 #include "core/version.h"
+#include "typecurve/splash_picture.h"
 
 #include <QFrame>
 #include <QLabel>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "core/splash_picture.h"
+#include "typecurve/splash_picture.h"
 
 #include "core/checked_math.h"
 #include "typecurve/well_models.h"
