@@ -48,26 +48,16 @@ TEST(SkinEvaluation, EveryComponentTakenOffTheTotal) {
 // ticked leaves total = actual; b = 0.05 skips partial penetration even with a zero
 // radius that would otherwise fault; a zero fracture skin prints no line.
 TEST(SkinEvaluation, ComponentsNotComputedCountZero) {
-    SkinInputs none;
-    none.totalSkin = 5.236;
-    none.netPay = 100;
-    none.wellboreRadius = 4;
-    none.permeabilityRatio = 0.1;
-    none.penetratedInterval = 40; // not ticked
-    EXPECT_EQ(CalculateSkins(none).lines,
-              (Lines{"Total Skin Factor = 5.24", "Actual Skin Factor = 5.24"}));
-
-    SkinInputs shallow = none;
-    shallow.partialPenetration = true;
-    shallow.penetratedInterval = 5;
-    shallow.wellboreRadius = 0;
-    const SkinEvaluation e = CalculateSkins(shallow);
-    EXPECT_EQ(e.lines, (Lines{"Total Skin Factor = 5.24", "Actual Skin Factor = 5.24"}));
-    EXPECT_EQ(e.actual, 5.236);
-
-    SkinInputs empty = shallow;
-    empty.netPay = 0; // b itself cannot be formed
-    EXPECT_THROW(CalculateSkins(empty), RuntimeError);
+    SkinInputs in;
+    in.totalSkin = 5.236;
+    in.netPay = 100;
+    in.penetratedInterval = 5;
+    const Lines totalOnly{"Total Skin Factor = 5.24", "Actual Skin Factor = 5.24"};
+    EXPECT_EQ(CalculateSkins(in).lines, totalOnly);
+    in.partialPenetration = true;
+    EXPECT_EQ(CalculateSkins(in).lines, totalOnly);
+    in.netPay = 0; // b itself cannot be formed
+    EXPECT_THROW(CalculateSkins(in), RuntimeError);
 }
 
 } // namespace
