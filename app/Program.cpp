@@ -9,6 +9,7 @@
 #include "properties/ui/CorrelationDialog.h"
 #include "properties/ui/PropertyCalculator.h"
 #include "semilog/ui/SemilogScreen.h"
+#include "skin/ui/SkinScreen.h"
 
 #include <utility>
 
@@ -50,7 +51,7 @@ void Program::registerScreens() {
     // Screens still to come: each becomes one r.add line like those above.
     r.announce(QStringLiteral("inpsho"), QStringLiteral("Show/Edit Test Data"));
     r.announce(QStringLiteral("kv2"), QStringLiteral("Type Curve Analysis"));
-    r.announce(QStringLiteral("skin"), QStringLiteral("Skin Factor Evaluation"));
+    r.add(QStringLiteral("skin"), [&c] { return new SkinScreen(c); });
 }
 
 void Program::start() {

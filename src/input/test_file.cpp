@@ -224,6 +224,7 @@ OpenResult loadTestFile(AnalysisState& s, std::string_view text, const std::stri
         return result;
     }
     copy.DerivativeSpan = 0.2;
+    copy.FractureSkin = 0; // belonged to the semilog line of the test before
     s = std::move(copy);
     result.ok = true;
     return result;
