@@ -97,9 +97,8 @@ std::string rateSummary(const AnalysisState& s) {
     std::string text = std::to_string(n) + (n == 1 ? " rate" : " rates");
     const int flowing = lastFlowingStep(s);
     if (flowing < n)
-        text += n - flowing == 1 ? " (the last, at zero rate, is the shut-in)"
-                                 : " (the last " + std::to_string(n - flowing) +
-                                       ", at zero rate, are the shut-in)";
+        text += n - flowing == 1 ? " (last: shut-in)"
+                                 : " (last " + std::to_string(n - flowing) + ": shut-in)";
     // The units digit is always shown: a drawdown's tp of 0 reads "0.", not ".".
     text += ", q = " + Format(s.FlowRate, "#####0.#") + (gasAlone ? " MCF/day" : " STB/day");
     text += ", tp = " + Format(s.ProducingTime, "#####0.##") + " hrs.";

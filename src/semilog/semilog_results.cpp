@@ -290,16 +290,19 @@ SemilogResults ComputeSemilogResults(AnalysisState& s, const SemilogInputs& in) 
 
     if (in.bilinearSlope > 0) {
         // kf*w = mu*(44.1*qB/(h*m_bf*(lambda*phi*ct)^0.25))^2, the one-phase form written with
-        // the total mobility; FcD = 194.9*qB/(dp_ebf*h*lambda).
+        // the total mobility; FcD = 194.9*qB/(dp_ebf*h*lambda). mu and k are those of the
+        // oil, or of the gas when gas flows with water and no oil.
+        const bool gasAndWater = s.FluidFlags == kGasWater;
         const double qb = reservoirRate(s);
         const double root = std::pow(r.mobility * s.Porosity * s.TotalCompressibility, 0.25);
         const double group = divide(44.1 * qb, s.Thickness * in.bilinearSlope * root);
-        r.fractureCapacity = s.OilViscosity * group * group;
+        r.fractureCapacity = (gasAndWater ? s.GasViscosity : s.OilViscosity) * group * group;
         out.push_back(line("Fracture Capacity =", *r.fractureCapacity, "####.", " md-ft."));
         const double fcd = divide(194.9 * qb, in.endBilinearDeltaP * s.Thickness * r.mobility);
         if (fcd >= 3)
             out.push_back(line("Bilinear Frac Half-Length =",
-                               divide(*r.fractureCapacity, p.k * fcd), "####.", " ft."));
+                               divide(*r.fractureCapacity, (gasAndWater ? p.kg : p.k) * fcd),
+                               "####.", " ft."));
     }
 
     if (s.PssDrainageRadius > 0)

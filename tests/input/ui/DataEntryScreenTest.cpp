@@ -214,9 +214,8 @@ private Q_SLOTS:
         oilBuildupRates({{"10", "200"}, {"5", "0"}});
         QCOMPARE(t->state.FlowRate, 200.0);
         QCOMPARE(t->state.ProducingTime, 10.0);
-        QCOMPARE(
-            child<QLabel>(inp, "rateSummary")->text(),
-            u"2 rates (the last, at zero rate, is the shut-in), q = 200. STB/day, tp = 10. hrs."_s);
+        QCOMPARE(child<QLabel>(inp, "rateSummary")->text(),
+                 u"2 rates (last: shut-in), q = 200. STB/day, tp = 10. hrs."_s);
         oilBuildupRates({{"10", "0"}, {"5", "0"}});
         QCOMPARE(t->messages.lastTitle(), kRuntimeErrorTitle);
         QVERIFY(!t->endCode);
