@@ -50,6 +50,7 @@ BENCHMARK(BM_Derivative500)->Unit(benchmark::kMicrosecond);
 // psia through their 51-row table: they are printed at the second click of the line.
 void BM_SemilogResultsGasBuildup500(benchmark::State& state) {
     AnalysisState s = buildup(kGasPseudopressure);
+    s.FlowRate = 800;
     s.Thickness = 50;
     s.Porosity = 0.15;
     s.TotalCompressibility = 2e-4;
