@@ -55,10 +55,32 @@ std::pair<double, double> flowLine(const std::pair<DataPoint, DataPoint>& p, dou
     return {slope, p.second.y - slope * x2};
 }
 
-// Plot x of a test time on the semilog plot, for the end-of-transient pick.
+// The prepared point of the test point nearest (in log time) to test time t.
+int preparedPointNearest(const AnalysisState& s, double t) {
+    int best = 0;
+    double bestDistance = 0;
+    for (int i = 1; i <= s.TestPointCount; ++i) {
+        const double distance = std::fabs(Log10(s.TestTime[s.SourceIndex[i]] / t));
+        if (best == 0 || distance < bestDistance) {
+            best = i;
+            bestDistance = distance;
+        }
+    }
+    if (best == 0)
+        throw UsageError{"--end-of-transient needs test points"};
+    return best;
+}
+
+// Plot x of a test time on the semilog plot, for the end-of-transient pick. On the
+// semilog plot of a multi-rate flowing test the axis is the equivalent time: the
+// test time is that of the nearest test point, placed at its equivalent time.
 double transientPlotX(const AnalysisState& s, const PlotScales& scales, double t) {
+    if (!(t > 0))
+        throw UsageError{"--end-of-transient expects a time above 0"};
     double x = 0;
-    if (s.SemilogPlotKind == kSuperpositionPlot) {
+    if (s.SemilogPlotKind == kSemilogPlot && s.ShutInFlag == 0 && s.RateCount >= 2) {
+        x = s.LogTime[preparedPointNearest(s, t)];
+    } else if (s.SemilogPlotKind == kSuperpositionPlot) {
         if (s.ShutInFlag == 1)
             x = shutInSummation(s, t);
         else if (!flowingSummation(s, t, x))
@@ -147,7 +169,9 @@ const Registration registration{
             "                       superposition for two or more, as the program opens it)\n"
             "  --span L             derivative spacing in log cycles (default 0.2)\n"
             "  --end-of-transient T end of the transient at test time T hours: adds the radius\n"
-            "                       of investigation\n"
+            "                       of investigation (on the semilog plot of a multi-rate\n"
+            "                       flowing test, at the equivalent time of the test point\n"
+            "                       nearest T, as a click there)\n"
             "  --linear T1,P1:T2,P2 a line on the linear-flow plot through two (hours, psia)\n"
             "                       points: fracture half-length and fracture skin\n"
             "  --bilinear T1,P1:T2,P2 a line on the bilinear-flow plot, with\n"

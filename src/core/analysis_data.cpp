@@ -4,6 +4,7 @@
 #include "core/checked_math.h"
 #include "core/derivative.h"
 #include "core/pseudopressure.h"
+#include "core/rate_history.h"
 #include "core/semilog_series.h"
 
 #include <algorithm>
@@ -44,6 +45,11 @@ void singleRatePath(AnalysisState& s, int n) {
     const double tp = s.ProducingTime;
     const double p0 = startPressureOf(s);
     const bool steppedDrawdown = s.ShutInFlag == 0 && s.RateCount >= 2;
+    const AnalysisRates rates = analysisRates(s);
+    // The change of a stepped drawdown is taken from the pressure at the start of the
+    // rate step the point falls in: a point lying exactly on a rate change is measured
+    // from the previous reference and becomes the reference of the points after it.
+    double reference = p0;
     for (int i = 1; i <= n; ++i) {
         const double t = s.TestTime[i];
         const double p = pressureOf(s, i);
@@ -51,61 +57,53 @@ void singleRatePath(AnalysisState& s, int n) {
         s.LogTime[i] = Log10(s.TimeFunction[i]);
         s.DeltaP[i] = std::fabs(p0 - p);
         if (steppedDrawdown) {
-            // Change from the reference of the rate step the point falls in; the scan
-            // stops at the first step ending at or after t, so a point lying exactly on
-            // a rate change keeps its change from the start of that step.
-            double reference = p0;
-            for (int j = 1; j <= s.RateCount; ++j) {
-                if (s.CumulativeTime[j] == t) {
-                    s.DeltaP[i] = std::fabs(reference - p);
-                    reference = p;
-                    break;
-                }
-                if (s.CumulativeTime[j] > t) {
-                    s.DeltaP[i] = std::fabs(reference - p);
-                    break;
-                }
-            }
+            s.DeltaP[i] = std::fabs(reference - p);
+            const int j = rates.stepAt(t);
+            if (j < rates.count && rates.end[j] == t)
+                reference = p;
         }
         s.LogDeltaP[i] = Log10(s.DeltaP[i]);
     }
 }
 
-// Equivalent time of a point at t inside rate step j >= 2 (see the header).
-double multiRateEquivalentTime(const AnalysisState& s, int j, double t, double rateChange) {
-    const auto& ct = s.CumulativeTime;
+// Equivalent time of a point at t inside rate step j >= 2 (see the header); false
+// when the product leaves the range of a double (two nearly equal rates make the
+// exponents huge), which the caller treats like a superposition that broke down.
+bool multiRateEquivalentTime(const AnalysisRates& r, int j, double t, double& time) {
+    const double rateChange = r.rate[j - 1] - r.rate[j];
     double product = 1.0;
     for (int m = 1; m <= j - 1; ++m) {
-        const double ratio = divide(ct[j - 1] - ct[m - 1], t - ct[m - 1]);
-        const double exponent = divide(s.Rate[m] - s.Rate[m - 1], rateChange);
-        product = finite(product * std::pow(ratio, exponent), "multi-rate time function");
+        const double ratio = divide(r.end[j - 1] - r.end[m - 1], t - r.end[m - 1]);
+        const double exponent = divide(r.rate[m] - r.rate[m - 1], rateChange);
+        product *= std::pow(ratio, exponent);
+        if (!std::isfinite(product))
+            return false;
     }
-    return (t - ct[j - 1]) * product;
+    time = (t - r.end[j - 1]) * product;
+    return std::isfinite(time);
 }
 
 // Returns false when the superposition breaks down and the single-rate path must be used.
 bool multiRatePath(AnalysisState& s, int n) {
-    s.Rate[0] = 0.0;
-    s.CumulativeTime[0] = 0.0;
+    const AnalysisRates r = analysisRates(s);
     double reference = startPressureOf(s);
-    for (int j = 1; j <= s.RateCount; ++j) {
-        auto& ct = s.CumulativeTime;
-        ct[j] = ct[j - 1] + s.RateTime[j];
-        const double rateChange = s.Rate[j - 1] - s.Rate[j];
-        const bool lastStep = j == s.RateCount; // the last step is open-ended
+    for (int j = 1; j <= r.count; ++j) {
+        const double rateChange = r.rate[j - 1] - r.rate[j];
+        const bool lastStep = j == r.count; // the last step is open-ended
         int lastBeforeEnd = 0;
         for (int i = 1; i <= n; ++i) {
             const double t = s.TestTime[i];
-            if (t > ct[j] && !lastStep)
+            if (t > r.end[j] && !lastStep)
                 break;
-            if (t <= ct[j])
+            if (t <= r.end[j])
                 lastBeforeEnd = i;
-            if (t <= ct[j - 1])
+            if (t <= r.end[j - 1])
                 continue;
-            s.TimeFunction[i] = j == 1 ? t : multiRateEquivalentTime(s, j, t, rateChange);
-            s.DeltaP[i] = std::fabs(divide(reference - pressureOf(s, i), rateChange));
-            if (j >= 2 && s.TimeFunction[i] < kMinEquivalentTime)
+            s.TimeFunction[i] = t;
+            if (j >= 2 && (!multiRateEquivalentTime(r, j, t, s.TimeFunction[i]) ||
+                           s.TimeFunction[i] < kMinEquivalentTime))
                 return false;
+            s.DeltaP[i] = std::fabs(divide(reference - pressureOf(s, i), rateChange));
         }
         if (lastBeforeEnd > 0)
             reference = pressureOf(s, lastBeforeEnd);

@@ -21,8 +21,9 @@ HallYarboroughCoefficients hallYarboroughCoefficients(double t);
 // Solves F(y) = -A*Ppr + (y + y^2 + y^3 - y^4)/(1 - y)^3 - B*y^2 + C*y^D = 0 for the
 // reduced density y by Newton's method from y = 0.001: at most 100 passes, stopping
 // when a step is below 1e-5 (the step that met the test is not taken). Returns
-// z = A*Ppr/y. A density iterate that leaves 0 < y < 1 is a run-time fault naming
-// the pressure `p` it was computed for.
+// z = A*Ppr/y. An iterate may pass beyond 1 and is iterated on; an iterate at or
+// below 0, or a final density outside 0 < y < 1, is a run-time fault naming the
+// pressure `p` it was computed for.
 double hallYarboroughZ(const HallYarboroughCoefficients& c, double t, double ppr, double p);
 
 } // namespace zorvekan

@@ -2,6 +2,7 @@
 #include "core/semilog_series.h"
 
 #include "core/checked_math.h"
+#include "core/rate_history.h"
 
 #include <algorithm>
 
@@ -12,10 +13,6 @@ namespace {
 // Times closer than this to the start of a rate step have no usable logarithm.
 constexpr double kMinSummationTime = 1e-5;
 
-double lastRate(const AnalysisState& s) {
-    return s.Rate[s.RateCount];
-}
-
 double plottedPressure(const AnalysisState& s, int i) {
     return usesPseudopressure(s) ? s.TestPseudoPressure[i] : s.TestPressure[i];
 }
@@ -24,10 +21,25 @@ double plottedStartPressure(const AnalysisState& s) {
     return usesPseudopressure(s) ? s.StartPseudoPressure : s.StartPressure;
 }
 
-// Rate weight (q_j - q_(j-1)) / q_n of step j.
-double stepWeight(const AnalysisState& s, int j) {
-    const double previous = j == 1 ? 0.0 : s.Rate[j - 1];
-    return divide(s.Rate[j] - previous, lastRate(s));
+// Summation term of a flowing time t over the steps begun before it, normalised by
+// the rate of the step t lies in (returned in `rate`); false when t lies at or before
+// the start of the history, within 1e-5 h after a rate change, or in a step without
+// flow (whose change has no rate to be divided by).
+bool flowingTerm(const AnalysisRates& r, double t, double& sum, double& rate) {
+    sum = 0.0;
+    const int n = r.stepAt(t);
+    if (n < 1 || !(t > 0.0))
+        return false;
+    rate = r.rate[n];
+    if (rate == 0.0)
+        return false;
+    for (int j = 1; j <= n; ++j) {
+        const double elapsed = t - r.end[j - 1];
+        if (elapsed < kMinSummationTime)
+            return false;
+        sum += r.weight(j, n) * Log10(elapsed);
+    }
+    return true;
 }
 
 void addPoint(AnalysisState& s, double x, double y, double time) {
@@ -44,28 +56,17 @@ void addPoint(AnalysisState& s, double x, double y, double time) {
 } // namespace
 
 double shutInSummation(const AnalysisState& s, double dt) {
-    const auto& ct = s.CumulativeTime;
-    const int n = s.RateCount;
+    const AnalysisRates r = analysisRates(s);
+    const int n = r.count;
     double sum = 0.0;
     for (int j = 1; j <= n; ++j)
-        sum += stepWeight(s, j) * Log10(divide(ct[n] - ct[j - 1] + dt, dt));
+        sum += r.weight(j, n) * Log10(divide(r.end[n] - r.end[j - 1] + dt, dt));
     return sum;
 }
 
 bool flowingSummation(const AnalysisState& s, double t, double& sum) {
-    const auto& ct = s.CumulativeTime;
-    sum = 0.0;
-    bool begun = false;
-    for (int j = 1; j <= s.RateCount; ++j) {
-        const double elapsed = t - ct[j - 1];
-        if (elapsed <= 0.0)
-            break;
-        if (elapsed < kMinSummationTime)
-            return false;
-        sum += stepWeight(s, j) * Log10(elapsed);
-        begun = true;
-    }
-    return begun;
+    double rate = 0.0;
+    return flowingTerm(analysisRates(s), t, sum, rate);
 }
 
 bool semilogIsRateNormalised(const AnalysisState& s) {
@@ -92,13 +93,16 @@ void BuildSemilogSeries(AnalysisState& s) {
         return;
     }
     if (superposition) {
-        const double q = lastRate(s);
+        // The change per unit of the rate then flowing, with the sign that makes it
+        // positive for a producer and for an injector alike.
+        const AnalysisRates r = analysisRates(s);
         const double p0 = plottedStartPressure(s);
+        const double sign = s.InjectionFlag == 1 ? -1.0 : 1.0;
         for (int i = 1; i <= n; ++i) {
-            double x = 0.0;
-            if (!flowingSummation(s, s.TestTime[i], x))
+            double x = 0.0, q = 0.0;
+            if (!flowingTerm(r, s.TestTime[i], x, q))
                 continue;
-            addPoint(s, x, divide(p0 - plottedPressure(s, i), q), s.TestTime[i]);
+            addPoint(s, x, divide(sign * (p0 - plottedPressure(s, i)), q), s.TestTime[i]);
         }
         return;
     }

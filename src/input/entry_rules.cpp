@@ -3,6 +3,7 @@
 
 #include "core/checked_math.h"
 #include "core/display_mask.h"
+#include "core/rate_history.h"
 #include "core/val.h"
 
 #include <algorithm>
@@ -116,7 +117,8 @@ void finishEntry(AnalysisState& s) {
 }
 
 void deriveFlowRateAndProducingTime(AnalysisState& s) {
-    const int c = s.RateCount;
+    // A shut-in typed as the last, zero-rate step of the history is the shut-in itself.
+    const int c = lastFlowingStep(s);
     s.FlowRate = s.Rate[c];
     if (s.ShutInFlag == 0) {
         s.ProducingTime = 0.0; // a drawdown or injectivity test is itself the flow period

@@ -48,7 +48,9 @@ RowOutcome storeEntryRow(AnalysisState& s, const std::array<std::string, 4>& tex
 // DerivativeSpan returns to 0.2.
 void finishEntry(AnalysisState& s);
 
-// FlowRate q = the last rate of the history; ProducingTime tp:
+// FlowRate q = the last rate of the history (of a shut-in test, the last non-zero one:
+// a zero-rate step at the end is the shut-in itself, and the steps before it are the
+// flow history); ProducingTime tp over that flow history:
 //   one rate: its duration;
 //   several:  tp = 24*(V_o + V_g + V_w) / (B_o*q_o + B_w*q_w + B_g*q_g,free) at the last rate,
 //             the cumulative reservoir volume V = sum(t_m*B*q_m/24) over the history

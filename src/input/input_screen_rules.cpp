@@ -3,6 +3,7 @@
 
 #include "core/analysis_data.h"
 #include "core/display_mask.h"
+#include "core/rate_history.h"
 #include "core/version.h"
 
 #include <utility>
@@ -94,6 +95,10 @@ std::string rateSummary(const AnalysisState& s) {
         return "No rates entered";
     const bool gasAlone = s.FluidFlags == kGasPseudopressure || s.FluidFlags == kGasPressure;
     std::string text = std::to_string(n) + (n == 1 ? " rate" : " rates");
+    const int flowing = lastFlowingStep(s);
+    if (flowing < n)
+        text += n - flowing == 1 ? " (last: shut-in)"
+                                 : " (last " + std::to_string(n - flowing) + ": shut-in)";
     // The units digit is always shown: a drawdown's tp of 0 reads "0.", not ".".
     text += ", q = " + Format(s.FlowRate, "#####0.#") + (gasAlone ? " MCF/day" : " STB/day");
     text += ", tp = " + Format(s.ProducingTime, "#####0.##") + " hrs.";

@@ -76,7 +76,9 @@ bool analysisListAvailable(const AnalysisState& s);
 std::string drainageRadiusText(const AnalysisState& s);
 
 // What has been entered on the entry screen, for the input screen's data group:
-// "2 rates, q = 100. STB/day, tp = 40. hrs." and "12 test points".
+// "2 rates, q = 100. STB/day, tp = 40. hrs." and "12 test points". A shut-in test
+// whose history ends with the shut-in typed as a zero-rate step says so:
+// "3 rates (last: shut-in), q = 200. STB/day, tp = 25. hrs.".
 std::string rateSummary(const AnalysisState& s);
 std::string testPointSummary(const AnalysisState& s);
 

@@ -4,11 +4,13 @@
 #include "core/checked_math.h"
 #include "core/display_mask.h"
 #include "core/pseudopressure.h"
+#include "core/rate_history.h"
 #include "core/result_line.h"
 #include "core/semilog_series.h"
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace zorvekan {
 
@@ -18,11 +20,17 @@ constexpr double kDrainagePi = 3.1416;
 
 // ---- rates and pressures of the test ----
 
+// The rates of the last flowing step (a shut-in typed as a last, zero-rate step is not
+// one).
 double lastRate(const AnalysisState& s, const RateArray& rates) {
-    return rates[s.RateCount];
+    return rates[lastFlowingStep(s)];
 }
 
+// Gas beside oil is free gas beyond the solution gas; gas and water have no oil, so
+// all their gas is free.
 double freeGasRate(const AnalysisState& s) {
+    if (s.FluidFlags == kGasWater)
+        return lastRate(s, s.GasRate);
     return lastRate(s, s.GasRate) - s.SolutionGor * lastRate(s, s.Rate);
 }
 
@@ -108,12 +116,12 @@ double shutInX(const AnalysisState& s, double dt) {
 double shutInSkinCorrection(const AnalysisState& s) {
     if (s.SemilogPlotKind != kSuperpositionPlot)
         return Log10(divide(s.ProducingTime + 1.0, s.ProducingTime));
-    const auto& ct = s.CumulativeTime;
-    const int n = s.RateCount;
+    const AnalysisRates r = analysisRates(s);
+    const int n = r.count;
     double sum = 0.0;
     for (int j = 1; j <= n; ++j) {
-        const double weight = divide(s.Rate[j] - (j == 1 ? 0.0 : s.Rate[j - 1]), s.Rate[n]);
-        sum += weight * Log10(divide(ct[n] - ct[j - 1] + 1.0, ct[n] - ct[j - 1]));
+        const double flowed = r.end[n] - r.end[j - 1];
+        sum += r.weight(j, n) * Log10(divide(flowed + 1.0, flowed));
     }
     return sum;
 }
@@ -153,16 +161,18 @@ Permeabilities permeabilities(const AnalysisState& s, double absSlope, double f)
             p.kg = divide(162.6 * freeGas * s.GasViscosity * s.GasFvf * f, hm);
     }
     if (semilogIsRateNormalised(s)) {
-        // The plotted change is per unit of the normalising (oil or principal) rate.
-        p.k = divide(p.k, s.FlowRate);
-        p.kw = divide(p.kw, s.FlowRate);
-        p.kg = divide(p.kg, s.FlowRate);
+        // The plotted change is per unit of the normalising rate: the oil or principal
+        // rate, or the total reservoir rate of gas and water.
+        const double q = code == kGasWater ? normalisingRate(s, lastFlowingStep(s)) : s.FlowRate;
+        p.k = divide(p.k, q);
+        p.kw = divide(p.kw, q);
+        p.kg = divide(p.kg, q);
     }
     return p;
 }
 
 double totalMobility(const AnalysisState& s, const Permeabilities& p) {
-    double mobility = divide(p.k, s.OilViscosity);
+    double mobility = s.FluidFlags == kGasWater ? 0.0 : divide(p.k, s.OilViscosity);
     if (s.FluidFlags > kOilGas)
         mobility += divide(p.kw, s.WaterViscosity);
     if (s.FluidFlags >= kOilGas && s.FluidFlags != kOilWater && p.kg > 0)
@@ -203,11 +213,6 @@ double mbhDimensionlessPressure(double tda) {
 double dimensionlessAreaTime(const AnalysisState& s, double mobility) {
     return divide(0.000264 * mobility * s.ProducingTime,
                   s.Porosity * s.TotalCompressibility * s.DrainageArea);
-}
-
-// Prints a plotted pressure (or m(p)) as a pressure.
-double asPressure(AnalysisState& s, double plotted) {
-    return usesPseudopressure(s) ? PseudoPressureToPressure(s, plotted) : plotted;
 }
 
 void averagePressures(AnalysisState& s, SemilogResults& r) {
@@ -285,16 +290,19 @@ SemilogResults ComputeSemilogResults(AnalysisState& s, const SemilogInputs& in) 
 
     if (in.bilinearSlope > 0) {
         // kf*w = mu*(44.1*qB/(h*m_bf*(lambda*phi*ct)^0.25))^2, the one-phase form written with
-        // the total mobility; FcD = 194.9*qB/(dp_ebf*h*lambda).
+        // the total mobility; FcD = 194.9*qB/(dp_ebf*h*lambda). mu and k are those of the
+        // oil, or of the gas when gas flows with water and no oil.
+        const bool gasAndWater = s.FluidFlags == kGasWater;
         const double qb = reservoirRate(s);
         const double root = std::pow(r.mobility * s.Porosity * s.TotalCompressibility, 0.25);
         const double group = divide(44.1 * qb, s.Thickness * in.bilinearSlope * root);
-        r.fractureCapacity = s.OilViscosity * group * group;
+        r.fractureCapacity = (gasAndWater ? s.GasViscosity : s.OilViscosity) * group * group;
         out.push_back(line("Fracture Capacity =", *r.fractureCapacity, "####.", " md-ft."));
         const double fcd = divide(194.9 * qb, in.endBilinearDeltaP * s.Thickness * r.mobility);
         if (fcd >= 3)
             out.push_back(line("Bilinear Frac Half-Length =",
-                               divide(*r.fractureCapacity, p.k * fcd), "####.", " ft."));
+                               divide(*r.fractureCapacity, (gasAndWater ? p.kg : p.k) * fcd),
+                               "####.", " ft."));
     }
 
     if (s.PssDrainageRadius > 0)
@@ -327,10 +335,19 @@ SemilogResults ComputeSemilogResults(AnalysisState& s, const SemilogInputs& in) 
 
     averagePressures(s, r);
     r.flowEfficiency = flowEfficiency(s, r);
+    // Average pressures of a gas in m(p) are printed as pressures, through one table
+    // spanning them and p*.
+    std::optional<PseudoPressureTable> table;
+    if (usesPseudopressure(s) && r.mbhPressure) {
+        const double other = r.dietzPressure.value_or(*r.mbhPressure);
+        table.emplace(s, std::min({r.intercept, *r.mbhPressure, other}),
+                      std::max({r.intercept, *r.mbhPressure, other}));
+    }
+    auto asPressure = [&](double plotted) { return table ? table->pressure(plotted) : plotted; };
     if (r.mbhPressure)
-        out.push_back(line("MBH Avg. Pressure =", asPressure(s, *r.mbhPressure), "####."));
+        out.push_back(line("MBH Avg. Pressure =", asPressure(*r.mbhPressure), "####."));
     if (r.dietzPressure)
-        out.push_back(line("Dietz Avg. Pressure =", asPressure(s, *r.dietzPressure), "####."));
+        out.push_back(line("Dietz Avg. Pressure =", asPressure(*r.dietzPressure), "####."));
     out.push_back(line("Flow Efficiency =", *r.flowEfficiency, "###.##", "%"));
 
     r.marks = validityMarks(s, r, in.scales);
@@ -364,40 +381,61 @@ TransientPick pickEndOfTransient(AnalysisState& s, double x, const PlotScales& s
     return pick;
 }
 
-double PseudoPressureToPressure(AnalysisState& s, double pseudoPressure) {
-    constexpr int kRows = 51;
-    double highest = s.StartPressure;
-    for (int i = 1; i <= s.TestPointCount; ++i)
-        highest = std::max(highest, s.TestPressure[i]);
-    const double top = std::max(2.0 * highest, 1000.0);
-    const double step = (top - 14.7) / (kRows - 1);
-
-    // m(p) table by trapezoids of at most 50 psi, as the test pseudopressures are.
+PseudoPressureTable::PseudoPressureTable(AnalysisState& s, double lowest, double highest) {
+    // The gas routines leave their B and viscosity in the oil fields; what the results
+    // read from those fields must stay as the preparation left it.
+    const double keptFvf = s.OilFvf, keptViscosity = s.OilViscosity;
     auto integrand = [&](double p) {
         const double z = GasZFactor(s, p);
         return divide(p, GasViscosityAndFvf(s, p, z).viscosity * z);
     };
-    std::array<double, kRows> pressure{}, pseudo{};
-    pressure[0] = 14.7;
-    double f = integrand(14.7);
-    const int substeps = static_cast<int>(std::ceil(step / 50.0));
-    for (int i = 1; i < kRows; ++i) {
-        pressure[i] = 14.7 + i * step;
-        double m = pseudo[i - 1] * 1e6;
-        for (int k = 1; k <= substeps; ++k) {
-            const double p1 = pressure[i - 1] + step * (k - 1) / substeps;
-            const double p2 = pressure[i - 1] + step * k / substeps;
-            const double f2 = integrand(p2);
-            m += (f + f2) * (p2 - p1);
-            f = f2;
-        }
-        pseudo[i] = m / 1e6;
+    double testLow = s.StartPressure, testHigh = s.StartPressure;
+    for (int i = 1; i <= s.TestPointCount; ++i) {
+        testLow = std::min(testLow, s.TestPressure[i]);
+        testHigh = std::max(testHigh, s.TestPressure[i]);
     }
+
+    // m(p) on the 50-psi grid from the base pressure, as the test pseudopressures are
+    // integrated, far enough to reach the highest test pressure and the highest value.
+    constexpr double kBase = 14.7, kStep = 50.0, kCeiling = 100000.0; // psia
+    std::vector<double> gridP{kBase}, gridF{integrand(kBase)}, gridM{0.0};
+    while (gridP.back() < kCeiling && (gridP.back() < testHigh || gridM.back() < highest * 1e6)) {
+        const double p = gridP.back() + kStep;
+        const double f = integrand(p);
+        gridM.push_back(gridM.back() + (f + gridF.back()) * kStep);
+        gridP.push_back(p);
+        gridF.push_back(f);
+    }
+    std::size_t bottom = 0; // the last grid point below the test and the lowest value
+    while (bottom + 1 < gridP.size() && gridP[bottom + 1] <= testLow &&
+           gridM[bottom + 1] <= lowest * 1e6)
+        ++bottom;
+
+    // Rows evenly spread over that span, each m(p) closing its grid interval with one
+    // trapezoid as the program's own pseudopressure of a single pressure does.
+    const double first = gridP[bottom], last = gridP.back();
+    std::size_t g = bottom;
+    for (int i = 0; i < kRows; ++i) {
+        const double p = i == kRows - 1 ? last : first + (last - first) * i / (kRows - 1);
+        while (g + 1 < gridP.size() && gridP[g + 1] <= p)
+            ++g;
+        m_pressure[i] = p;
+        m_pseudo[i] = (gridM[g] + (integrand(p) + gridF[g]) * (p - gridP[g])) / 1e6;
+    }
+    s.OilFvf = keptFvf;
+    s.OilViscosity = keptViscosity;
+}
+
+double PseudoPressureTable::pressure(double pseudoPressure) const {
     int i = 1;
-    while (i < kRows - 1 && pseudo[i] < pseudoPressure)
+    while (i < kRows - 1 && m_pseudo[i] < pseudoPressure)
         ++i;
-    const double fraction = divide(pseudoPressure - pseudo[i - 1], pseudo[i] - pseudo[i - 1]);
-    return pressure[i - 1] + fraction * (pressure[i] - pressure[i - 1]);
+    const double fraction = divide(pseudoPressure - m_pseudo[i - 1], m_pseudo[i] - m_pseudo[i - 1]);
+    return m_pressure[i - 1] + fraction * (m_pressure[i] - m_pressure[i - 1]);
+}
+
+double PseudoPressureToPressure(AnalysisState& s, double pseudoPressure) {
+    return PseudoPressureTable(s, pseudoPressure, pseudoPressure).pressure(pseudoPressure);
 }
 
 } // namespace zorvekan

@@ -5,6 +5,7 @@
 #include "core/straight_line.h"
 #include "semilog/semilog_plots.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -59,9 +60,24 @@ struct TransientPick {
 };
 TransientPick pickEndOfTransient(AnalysisState& s, double x, const PlotScales& scales);
 
-// Gas pseudopressure (1E6 psi^2/cp) back to pressure (psia) by linear interpolation in
-// a 51-point table of m(p), built with the same gas routines and integration as the
-// test pseudopressures, from 14.7 psia to well above the test's pressures.
+// Gas pseudopressure (1E6 psi^2/cp) back to pressure (psia): 51 rows of m(p) against
+// p, linear interpolation between neighbouring rows (beyond the ends, along the end
+// rows). The rows span the test's pressures and the m(p) values from `lowest` to
+// `highest`, so they are as close together as the results allow; each row's m(p) is
+// the program's own pseudopressure of that pressure (the 50-psi grid from 14.7 psia
+// closed by one trapezoid). Building the table uses the gas routines but leaves
+// OilFvf and OilViscosity as they were.
+class PseudoPressureTable {
+public:
+    PseudoPressureTable(AnalysisState& s, double lowest, double highest);
+    double pressure(double pseudoPressure) const;
+
+private:
+    static constexpr int kRows = 51;
+    std::array<double, kRows> m_pressure{}, m_pseudo{};
+};
+
+// One value through a table spanning the test and that value.
 double PseudoPressureToPressure(AnalysisState& s, double pseudoPressure);
 
 } // namespace zorvekan

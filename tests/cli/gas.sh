@@ -13,6 +13,11 @@ Gas Density = 9.71 lb/cu ft"
 [ "$out" = "$expected" ] || fail "unexpected gas lines:
 $out"
 
+# A heavy gas in a cold reservoir: the iteration passes beyond a density of 1 and
+# settles at z = 0.4535.
+out=$("$cli" gas --gravity 1.05 --temperature 60 --pressure 2000 --dry) || fail "heavy gas exited $?"
+[ "$(echo "$out" | head -1)" = "Gas Z-Factor = .454" ] || fail "heavy gas: $out"
+
 err=$("$cli" gas --gravity 0.7 --temperature -300 --pressure 1000 2>&1 >/dev/null); rc=$?
 [ $rc -eq 1 ] || fail "Tpr<1 exit $rc"
 [ "$err" = "pTr<1: z-factor Routine FAILS" ] || fail "Tpr<1 message: $err"

@@ -17,6 +17,19 @@ Radius Investigated = 440 ft."
 [ "$out" = "$expected" ] || fail "unexpected result lines:
 $out"
 
+# On the semilog plot of the two-rate drawdown (300 STB/day for 12 h, then 500) the
+# end of the transient at the test point of 47.76 h stands at its equivalent time
+# te = (47.76 - 12) * (47.76/12)^1.5 = 283.9 h: r = 0.032*sqrt(k*te/(phi*mu*ct)) with
+# phi 0.18, mu 1 cp, ct 12 microsips.
+out=$("$cli" semilog "$src/examples/two-rate-drawdown.zvt" --kind semilog \
+      --line 84.417,0.68645:211.692,0.7125 --end-of-transient 47.76) || fail "two-rate exited $?"
+k=$(echo "$out" | sed -n 's/^Permeability = \(.*\) md\.$/\1/p')
+r=$(echo "$out" | sed -n 's/^Radius Investigated = \(.*\) ft\.$/\1/p')
+awk -v k="$k" -v r="$r" 'BEGIN {
+    te = (47.76 - 12) * (47.76 / 12) ^ 1.5
+    d = r - 0.032 * sqrt(k * te / (0.18 * 1.0 * 12e-6)); exit !(k > 0 && d < 1 && d > -1) }' ||
+    fail "radius at the equivalent time: $out"
+
 "$cli" semilog "$src/examples/oil-buildup.zvt" --line 10,3950 >/dev/null 2>&1
 [ $? -eq 2 ] || fail "a one-point line must be a usage error"
 "$cli" semilog "$src/examples/oil-buildup.zvt" --line 10,3950:2,3990 --kind log >/dev/null 2>&1

@@ -103,17 +103,54 @@ TEST(TimeFunctions, TwoRateDrawdownSuperposition) {
 }
 
 // A superposition time below 1e-6 h means the history does not fit the data: the
-// whole computation must fall back to the single-rate treatment, in entry order,
-// and a point lying exactly on the rate change must keep its change from p0
-// (not a zero change and a logarithm of zero).
+// whole computation must fall back to the single-rate treatment, in entry order. A
+// point lying exactly on the rate change keeps its change from p0 (not a zero change
+// and a logarithm of zero) and is the reference of the points after the change.
 TEST(TimeFunctions, FallbackToSingleRate) {
     AnalysisState s = oilTest(0, 3000, {{10, 100}, {20, 200}},
                               {{5, 2900}, {10, 2850}, {10.00000001, 2849}, {20, 2700}});
     ComputeTimeFunctions(s);
+    const double fromReference[] = {100, 150, 1, 150};
+    for (int i = 1; i <= 4; ++i) {
+        EXPECT_DOUBLE_EQ(s.TimeFunction[i], s.TestTime[i]) << i;
+        EXPECT_DOUBLE_EQ(s.DeltaP[i], fromReference[i - 1]) << i;
+    }
+}
+
+// Rate histories as engineers type them: two steps of one rate are one step, and a
+// shut-in typed as a last step of zero rate is the shut-in itself; each must give the
+// series of the history it stands for (not a division by zero). Two nearly equal
+// rates, whose multi-rate time overflows, take the single-rate treatment.
+TEST(TimeFunctions, TypedHistoriesAreTheirRateChanges) {
+    const std::initializer_list<std::pair<double, double>> points = {
+        {5, 2900}, {15, 2850}, {25, 2750}, {40, 2650}};
+    struct Row {
+        int shutIn;
+        std::initializer_list<std::pair<double, double>> typed, meant;
+    };
+    const Row rows[] = {
+        {0, {{10, 100}, {10, 100}, {20, 200}}, {{20, 100}, {20, 200}}},
+        {1, {{10, 100}, {20, 200}, {48, 0}}, {{10, 100}, {20, 200}}},
+    };
+    for (const Row& row : rows) {
+        for (const SemilogKind kind : {kSemilogPlot, kSuperpositionPlot}) {
+            AnalysisState typed = oilTest(row.shutIn, 3000, row.typed, points);
+            AnalysisState meant = oilTest(row.shutIn, 3000, row.meant, points);
+            for (AnalysisState* s : {&typed, &meant}) {
+                s->ProducingTime = row.shutIn ? 25 : 0;
+                s->SemilogPlotKind = kind;
+                PrepareAnalysisData(*s);
+            }
+            EXPECT_EQ(typed.TimeFunction, meant.TimeFunction) << row.shutIn << kind;
+            EXPECT_EQ(typed.DeltaP, meant.DeltaP) << row.shutIn << kind;
+            EXPECT_EQ(typed.SemilogX, meant.SemilogX) << row.shutIn << kind;
+            EXPECT_EQ(typed.SemilogY, meant.SemilogY) << row.shutIn << kind;
+        }
+    }
+    AnalysisState s = oilTest(0, 3000, {{20, 100}, {20, 100.0000001}}, points);
+    ComputeTimeFunctions(s);
     for (int i = 1; i <= 4; ++i)
         EXPECT_DOUBLE_EQ(s.TimeFunction[i], s.TestTime[i]) << i;
-    EXPECT_DOUBLE_EQ(s.DeltaP[2], 150.0);
-    EXPECT_DOUBLE_EQ(s.DeltaP[4], 300.0);
 }
 
 // A time of zero or a pressure equal to the start pressure has no logarithm: the
@@ -144,7 +181,7 @@ TEST(SemilogSeries, HornerRatioForBuildup) {
 
 // Flowing multi-rate test on the semilog plot: log of the equivalent time against the
 // rate-normalised change; in the superposition kind: the summation term against
-// (p0 - p)/q_n.
+// (p0 - p)/q_N, both normalised by the rate q_N of the point's own step.
 TEST(SemilogSeries, FlowingMultiRateKinds) {
     AnalysisState s = twoRateDrawdown();
     s.SemilogPlotKind = kSemilogPlot;
@@ -157,8 +194,10 @@ TEST(SemilogSeries, FlowingMultiRateKinds) {
     s.SemilogPlotKind = kSuperpositionPlot;
     PrepareAnalysisData(s);
     ASSERT_EQ(s.PointCount, 4);
-    // Raw order: t = 5, 25, 15, 40 with q1/q2 = 0.5 for both steps.
-    EXPECT_DOUBLE_EQ(s.SemilogX[1], 0.5 * Log10(5.0));
+    // Raw order: t = 5 in the first step (weight 1, q1 = 100), then 25, 15, 40 in the
+    // second (weights q1/q2 = 0.5 and (q2 - q1)/q2 = 0.5).
+    EXPECT_DOUBLE_EQ(s.SemilogX[1], Log10(5.0));
+    EXPECT_DOUBLE_EQ(s.SemilogY[1], (3000.0 - 2900.0) / 100.0);
     EXPECT_NEAR(s.SemilogX[3], 0.5 * Log10(15.0) + 0.5 * Log10(5.0), 1e-15);
     EXPECT_DOUBLE_EQ(s.SemilogY[3], (3000.0 - 2750.0) / 200.0);
     EXPECT_DOUBLE_EQ(s.SemilogTime[2], 25.0);
@@ -175,26 +214,8 @@ TEST(SemilogSeries, PointsAtARateChangeAreLeftOut) {
     EXPECT_EQ(s.PointCount, 3);
     double sum = 0;
     EXPECT_TRUE(flowingSummation(s, 10.0, sum)); // exactly at the change: first step only
-    EXPECT_DOUBLE_EQ(sum, 0.5);
+    EXPECT_DOUBLE_EQ(sum, 1.0);
     EXPECT_FALSE(flowingSummation(s, 0.0, sum));
-}
-
-// Buildup after two rates, superposition kind: the summation over the whole history,
-// pressure not normalised, so the intercept at x = 0 reads p*.
-TEST(SemilogSeries, ShutInSuperposition) {
-    AnalysisState s = oilTest(1, 2000, {{10, 100}, {20, 200}}, {{2, 2500}, {6, 2600}});
-    s.ProducingTime = 25;
-    s.SemilogPlotKind = kSuperpositionPlot;
-    PrepareAnalysisData(s);
-    ASSERT_EQ(s.PointCount, 2);
-    EXPECT_NEAR(s.SemilogX[1], 0.5 * Log10(32.0 / 2.0) + 0.5 * Log10(22.0 / 2.0), 1e-15);
-    EXPECT_DOUBLE_EQ(s.SemilogY[2], 2600.0);
-    EXPECT_FALSE(semilogIsRateNormalised(s));
-    // The summation of a Horner plot of one rate reduces to log((tp + dt)/dt).
-    AnalysisState one;
-    setRates(one, {{30, 150}});
-    one.CumulativeTime[1] = 30;
-    EXPECT_DOUBLE_EQ(shutInSummation(one, 3.0), Log10(33.0 / 3.0));
 }
 
 // The extremes start from values any datum replaces, and a second preparation

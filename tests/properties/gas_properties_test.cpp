@@ -64,12 +64,18 @@ TEST(ZFactor, StoresCoefficientBInOilFvf) {
     EXPECT_DOUBLE_EQ(s.OilFvf, hallYarboroughCoefficients(t).b);
 }
 
-// Right at the critical point (Tpr 1, Ppr 1.5) the Newton iteration from y = 0.001
-// overshoots out of 0 < y < 1: that must be a reported fault, not NaN in the results.
-TEST(ZFactor, DivergenceNearTheCriticalPointIsAFault) {
+// A heavy gas in a cold, shallow reservoir (dry gas of gravity 1.05 at 60 F and 2000
+// psia, Tpr 1.05, Ppr 3.07) overshoots to a density above 1 on the way and converges
+// to z = 0.4535: it must be computed, not refused. Right at the critical point (Tpr 1,
+// Ppr 1.4) Newton's method from y = 0.001 falls below a density of 0: that must be a
+// reported fault, not NaN in the results.
+TEST(ZFactor, OvershootIsIteratedOnAndANegativeDensityIsAFault) {
     AnalysisState s;
     s.GasKind = 1;
-    EXPECT_THROW(ZFactor(s, 1.0, 20.5, 1000), RuntimeError);
+    const ZFactorResult heavy = ZFactor(s, 1.05, 60, 2000);
+    ASSERT_EQ(heavy.failure, ZFactorFailure::None);
+    EXPECT_NEAR(heavy.z, 0.4535, 0.0005);
+    EXPECT_THROW(ZFactor(s, 1.0, 20.5, 900), RuntimeError);
 }
 
 // Dry and wet gas of one gravity differ only through the pseudo-critical step.

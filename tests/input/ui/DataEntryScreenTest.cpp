@@ -206,10 +206,17 @@ private Q_SLOTS:
         QCOMPARE(child<QLineEdit>(d, "conv2")->text(), u" "_s);
     }
 
-    // A run-time fault while finishing (a last rate of zero gives no producing time)
-    // must be reported and leave the screen usable.
-    void faultWhileFinishingIsReported() {
+    // A buildup typed with the shut-in as a last, zero-rate step flowed at 200 STB/day
+    // for 10 h, and the summary says which step is the shut-in. A history with no flow
+    // at all gives no producing time: that run-time fault must be reported and leave
+    // the screen usable.
+    void zeroRateStepsWhileFinishing() {
         oilBuildupRates({{"10", "200"}, {"5", "0"}});
+        QCOMPARE(t->state.FlowRate, 200.0);
+        QCOMPARE(t->state.ProducingTime, 10.0);
+        QCOMPARE(child<QLabel>(inp, "rateSummary")->text(),
+                 u"2 rates (last: shut-in), q = 200. STB/day, tp = 10. hrs."_s);
+        oilBuildupRates({{"10", "0"}, {"5", "0"}});
         QCOMPARE(t->messages.lastTitle(), kRuntimeErrorTitle);
         QVERIFY(!t->endCode);
         oilBuildupRates({{"10", "200"}});
