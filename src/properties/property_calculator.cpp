@@ -113,10 +113,6 @@ std::optional<double> calculateFormation(const PropertyInputs& in, PropertyCalcu
 void calculateTotal(const PropertyInputs& in, std::optional<double> co, std::optional<double> cw,
                     std::optional<double> cg, std::optional<double> cf, PropertyCalculation& out) {
     const double sum = in.oilSaturation + in.waterSaturation + in.gasSaturation;
-    if (!(sum > 0)) {
-        out.notes.emplace_back("Total compressibility needs the saturations.");
-        return;
-    }
     const auto ct = totalCompressibility(in, co, cw, cg, cf);
     if (!ct) {
         out.notes.emplace_back("Total compressibility needs the compressibility of every "
@@ -165,8 +161,14 @@ PropertyCalculation calculateProperties(AnalysisState& s, const PropertyInputs& 
     }
     const OilPart oil = calculateOil(s, in, out.gas.values, out);
     const std::optional<double> cw = calculateWater(in, out);
+    // The rock and ct are computed once the engineer has described the rock or the
+    // saturations; before that their absence is not worth a message.
+    const bool saturations = in.oilSaturation + in.waterSaturation + in.gasSaturation > 0;
+    if (!(in.porosity > 0) && !saturations)
+        return out;
     const std::optional<double> cf = calculateFormation(in, out);
-    calculateTotal(in, oil.compressibility, cw, cg, cf, out);
+    if (saturations)
+        calculateTotal(in, oil.compressibility, cw, cg, cf, out);
     return out;
 }
 
