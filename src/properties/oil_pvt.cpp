@@ -539,6 +539,9 @@ OilProperties oilProperties(OilCorrelationCode c, const OilInput& in) {
     if (r.undersaturated) {
         const Compressibility co = set.co(in, r.gorAtBubblePoint);
         r.compressibility = co.at(p);
+        if (!(*r.compressibility > 0))
+            r.rangeNotes.emplace_back("The oil compressibility correlation gives no positive "
+                                      "value for this oil: it is outside its data");
         r.fvf = r.fvfAtBubblePoint * co.fvfRatio(p, pb);
         r.viscosity = finite(set.undersaturated(r.bubblePointViscosity, p, pb), "oil viscosity");
     } else {
