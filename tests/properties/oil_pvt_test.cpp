@@ -65,6 +65,7 @@ TEST(OilCorrelations, ReproduceTheLaboratoryOils) {
         const std::string name = std::to_string(static_cast<int>(a.code));
         RecordProperty("pb_error_" + name, std::to_string(pbError));
         RecordProperty("bo_error_" + name, std::to_string(boError));
+        RecordProperty("co_error_" + name, std::to_string(coError));
         EXPECT_LT(pbError, a.pb) << "code " << name;
         EXPECT_LT(boError, a.bo) << "code " << name;
         if (a.co > 0) {
