@@ -37,7 +37,13 @@ void Program::registerScreens() {
         return entry;
     });
     r.add(QStringLiteral("datct"), [&c] { return new ImportNotice(c); });
-    r.add(QStringLiteral("mox"), [&c] { return new PropertyCalculator(c); });
+    r.add(QStringLiteral("mox"), [&c, &r] {
+        auto* calculator = new PropertyCalculator(c);
+        auto* input = qobject_cast<InputScreen*>(r.window(QStringLiteral("inp")));
+        QObject::connect(calculator, &PropertyCalculator::propertyCopied, input,
+                         &InputScreen::setPropertyText);
+        return calculator;
+    });
     r.add(QStringLiteral("Corch"), [&c, &r] {
         auto* dialog = new CorrelationDialog(c);
         auto* calculator = qobject_cast<PropertyCalculator*>(r.window(QStringLiteral("mox")));

@@ -19,6 +19,7 @@ CalculatorGasOutcome calculateGasPart(AnalysisState& s, double gravity, double t
         return out;
     }
     out.lines = gasResultLines(g);
+    out.values = g;
     return out;
 }
 

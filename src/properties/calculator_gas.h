@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/analysis_state.h"
+#include "properties/gas_properties.h"
 
 #include <optional>
 #include <string>
@@ -11,9 +12,10 @@ namespace zorvekan {
 
 // The gas part of "Calculate PVT Properties" as the property calculator runs it.
 struct CalculatorGasOutcome {
-    std::vector<std::string> lines;   // z, Bg, cg, viscosity, density with their masks
-    std::optional<std::string> note;  // shown in the message box when nothing is computed
-    std::optional<std::string> fatal; // z-factor failure: shown, then the program ends
+    std::vector<std::string> lines;       // z, Bg, cg, viscosity, density with their masks
+    std::optional<std::string> note;      // shown in the message box when nothing is computed
+    std::optional<std::string> fatal;     // z-factor failure: shown, then the program ends
+    std::optional<GasCalculation> values; // the numbers behind the lines, when computed
 };
 
 // Gas properties at p (psia) and T (deg F) only for a gravity above 0; otherwise a note

@@ -548,6 +548,18 @@ void InputScreen::setStartPressureText(const QString& text) {
     m_boxes[static_cast<std::size_t>(PropertyBox::StartPressure)]->setText(text);
 }
 
+void InputScreen::setPropertyText(const QString& objectName, const QString& text) {
+    for (QLineEdit* box : m_boxes) {
+        if (box->objectName() != objectName)
+            continue;
+        if (box->text() == text)
+            Q_EMIT box->textChanged(text); // the same text still restores the stored value
+        else
+            box->setText(text);
+        return;
+    }
+}
+
 void InputScreen::refreshEntryState() {
     guarded([&] {
         m_rateSummary->setText(qs(rateSummary(m_ctx.state)));

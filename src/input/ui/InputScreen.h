@@ -66,6 +66,9 @@ public Q_SLOTS:
     void setStartPressureText(const QString& text);
     // Rates or test points were entered: summaries and the analysis list follow.
     void refreshEntryState();
+    // Types `text` into the property box with that object name, as the engineer would:
+    // the box's change rule stores it (also when the text is already there).
+    void setPropertyText(const QString& objectName, const QString& text);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

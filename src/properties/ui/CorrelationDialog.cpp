@@ -75,6 +75,9 @@ CorrelationDialog::CorrelationDialog(ScreenContext& context, QWidget* parent)
             [this](const QString& t) { gasChosen(t); });
     connect(m_formation, &QListWidget::currentTextChanged, this,
             [this](const QString& t) { formationChosen(t); });
+    connect(m_rocks, &QListWidget::currentTextChanged, this, [this](const QString& t) {
+        m_ctx.guard.run(this, [&] { Q_EMIT correlationSelected(Line::RockClass, t); });
+    });
     connect(close, &QPushButton::clicked, this, [this] {
         hide();
         Q_EMIT returnedToCalculator();

@@ -18,7 +18,7 @@ class CorrelationDialog : public QDialog {
     Q_OBJECT
 
 public:
-    enum class Line { Oil, Gas, Formation };
+    enum class Line { Oil, Gas, Formation, RockClass };
 
     explicit CorrelationDialog(ScreenContext& context, QWidget* parent = nullptr);
 

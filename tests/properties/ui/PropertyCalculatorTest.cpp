@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "../../support/ui/FakeServices.h"
 
+#include "core/display_mask.h"
+#include "core/hall_yarborough.h"
+#include "core/val.h"
+#include "properties/property_calculator.h"
 #include "properties/ui/PropertyCalculator.h"
 
 #include <QLabel>
@@ -27,6 +31,35 @@ private:
         click(mox, "Command1");
     }
     QString results() const { return child<QLabel>(mox, "Picture1")->text(); }
+    QString text(const char* name) const { return child<QLabel>(mox, name)->text(); }
+    // A 35 API oil with 500 scf/STB, 0.75 gas, at 3000 psia and 200 F, in a 20 %
+    // porosity rock with 70 % oil and 30 % water.
+    void typeOilTest() {
+        typeInto(mox, "apiin", u"35"_s);
+        typeInto(mox, "gorin", u"500"_s);
+        typeInto(mox, "phin", u"20"_s);
+        typeInto(mox, "soin", u"70"_s);
+        typeInto(mox, "swin", u"30"_s);
+        calculate("0.75", "3000", "200");
+    }
+    static PropertyInputs oilTestInputs() {
+        PropertyInputs in;
+        in.gasGravity = 0.75;
+        in.temperature = 200;
+        in.pressure = 3000;
+        in.api = 35;
+        in.gor = 500;
+        in.porosity = 0.2;
+        in.oilSaturation = 0.7;
+        in.waterSaturation = 0.3;
+        return in;
+    }
+    static QString joined(const std::vector<std::string>& lines) {
+        QStringList l;
+        for (const auto& line : lines)
+            l.append(QString::fromStdString(line));
+        return l.join(QLatin1Char('\n'));
+    }
 
 private Q_SLOTS:
     void init() {
@@ -92,6 +125,103 @@ private Q_SLOTS:
         QVERIFY(!child<QLineEdit>(mox, "Text1")->text().isEmpty());
         QVERIFY(!t->endCode);
         QCOMPARE(t->state.OilFvf, 1.3);
+    }
+
+    // The screen hands the typed values to the calculation in its units (percent
+    // porosity and saturations, ppm salinity) and shows each part in its own picture.
+    void oilWaterRockAndTotal() {
+        typeInto(mox, "salin", u"35000"_s);
+        typeOilTest();
+        PropertyInputs in = oilTestInputs();
+        in.salinity = 3.5;
+        AnalysisState s;
+        const PropertyCalculation expected = calculateProperties(s, in);
+        QCOMPARE(text("Picture2"), joined(expected.oilLines));
+        QCOMPARE(text("Picture3"), joined(expected.waterLines));
+        QCOMPARE(text("Picture4"), joined(expected.rockLines));
+        QVERIFY(text("Picture4").contains(u"Total Compressibility ="_s));
+        QCOMPARE(child<QLineEdit>(mox, "Text1")->text(), QString());
+    }
+
+    // Copy to Input types Bo, the oil viscosity and ct into the input screen's boxes,
+    // whose change rules store them (ct in microsips becomes 1/psi) and replace the
+    // Hall-Yarborough B the gas routine left in OilFvf; the water of an oil-and-water
+    // test goes into its own boxes. Nothing reaches the test without the command, and
+    // copying the same text again still restores the FVF after the next calculation.
+    void copyToInputThroughTheBoxes() {
+        QWidget* inp = t->show("inp");
+        click(inp, "Check1");
+        click(inp, "Check3");
+        QCOMPARE(int(t->state.FluidFlags), 5);
+        mox = t->show("mox");
+        typeOilTest();
+        const double t0 = (187 + 330 * 0.75 - 71.5 * 0.5625) / 660.0;
+        const double b = hallYarboroughCoefficients(t0).b;
+        QCOMPARE(t->state.OilFvf, b);
+        QCOMPARE(child<QLineEdit>(inp, "boin")->text(), QString());
+        click(mox, "Command4");
+        AnalysisState scratch; // the expected values, without touching the test's state
+        const PropertyCalculation r = calculateProperties(scratch, oilTestInputs());
+        const QString bo = QString::fromStdString(Format(*r.values.oilFvf, "#.####"));
+        QCOMPARE(child<QLineEdit>(inp, "boin")->text(), bo);
+        QCOMPARE(t->state.OilFvf, Val(bo.toStdString()));
+        QCOMPARE(child<QLineEdit>(inp, "muin")->text(),
+                 QString::fromStdString(Format(*r.values.oilViscosity, "##.###")));
+        const QString ct = child<QLineEdit>(inp, "ctin")->text();
+        QCOMPARE(ct,
+                 QString::fromStdString(Format(*r.values.totalCompressibility * 1e6, "###.###")));
+        QVERIFY(qAbs(t->state.TotalCompressibility - Val(ct.toStdString()) * 1e-6) < 1e-15);
+        QCOMPARE(child<QLineEdit>(inp, "bwin")->text(),
+                 QString::fromStdString(Format(*r.values.waterFvf, "#.####")));
+        QCOMPARE(t->state.WaterFvf, Val(child<QLineEdit>(inp, "bwin")->text().toStdString()));
+        QCOMPARE(child<QLineEdit>(inp, "bgin")->text(), QString()); // no gas in this test
+        click(mox, "Command1");
+        QCOMPARE(t->state.OilFvf, b);
+        click(mox, "Command4");
+        QCOMPARE(t->state.OilFvf, Val(bo.toStdString()));
+    }
+
+    // Before a calculation, or after an input has changed, there is nothing to copy.
+    void copyNeedsCurrentResults() {
+        click(mox, "Command4");
+        QVERIFY(child<QLineEdit>(mox, "Text1")->text().startsWith(u"Nothing copied"_s));
+        typeOilTest();
+        typeInto(mox, "apiin", u"30"_s);
+        click(mox, "Command4");
+        QVERIFY(child<QLineEdit>(mox, "Text1")->text().startsWith(u"Nothing copied"_s));
+        QCOMPARE(child<QLineEdit>(t->screen("inp"), "boin")->text(), QString());
+    }
+
+    // The column names the standards used beside an author's formulas, shows the rock
+    // class only for Newman and Yale, and says when a correlation has no coefficients
+    // for the chosen class instead of showing a value.
+    void columnNamesStandardsAndGaps() {
+        click(mox, "Command2");
+        QWidget* corch = t->screen("Corch");
+        auto pick = [corch](const char* list, const QString& item) {
+            auto* w = child<QListWidget>(corch, list);
+            w->setCurrentItem(w->findItems(item, Qt::MatchExactly).first());
+        };
+        pick("Oilch", u"Glaso : North Sea Crudes"_s);
+        QVERIFY(text("oilStandards").contains(u"Beggs-Robinson"_s));
+        pick("Oilch", u"Kartoatmodjo/Schmidt : Worldwide Crudes"_s);
+        QCOMPARE(text("oilStandards"), QString());
+        pick("Oilch", u"Farshad : Columbian Crudes"_s);
+        QVERIFY(text("oilStandards").contains(u"not available"_s));
+        QVERIFY(!shown(mox, "rockSelected"));
+        pick("Forch", u"Newman"_s);
+        pick("Rocks", u"Friable Sands"_s);
+        QVERIFY(shown(mox, "rockSelected"));
+        QCOMPARE(text("rockSelected"), u"Friable Sands"_s);
+        typeOilTest();
+        QCOMPARE(text("formationRemark"), u"Newman published no fit for Friable Sands"_s);
+        QVERIFY(!text("Picture4").contains(u"Formation Compressibility"_s));
+        QVERIFY(child<QLineEdit>(mox, "Text1")->text().contains(u"Friable Sands"_s));
+        pick("Rocks", u"Carbonates"_s);
+        click(mox, "Command1");
+        QVERIFY(text("Picture4").contains(u"Formation Compressibility"_s));
+        pick("Forch", u"Hall"_s);
+        QVERIFY(!shown(mox, "rockSelected"));
     }
 
     // The column starts with the correlations the stored codes stand for (none for a
