@@ -103,22 +103,15 @@ TEST(GridRows, LimitsAndTheRateHistory) {
     EXPECT_EQ(s.FlowRate, 100);
 }
 
-// Accepting a value: the right array at index row-1, header row 1 into the reserved slot,
-// header row 0 a fault with nothing written; a corrected rate gives Horner's producing
-// time tp = 24 V / q again, a corrected gas pressure its m(p).
-TEST(GridEdit, AcceptWritesTheCellAndDerivesWhatDependsOnIt) {
+// Accepting a value: header row 1 writes the reserved slot; a corrected rate gives
+// Horner's producing time tp = 24 V / q again, a corrected gas pressure its m(p).
+TEST(GridEdit, AcceptDerivesWhatDependsOnTheValue) {
     AnalysisState s = threePoints();
-    EXPECT_EQ(acceptCellEdit(s, DataGrid::TestPoints, 3, 1, 3456.78), "3456.8");
-    EXPECT_EQ(s.TestPressure[2], 3456.78);
     acceptCellEdit(s, DataGrid::TestPoints, 1, 0, 0.25);
     EXPECT_EQ(s.TestTime[0], 0.25);
-    EXPECT_EQ(raised([&] { acceptCellEdit(s, DataGrid::PhaseRates, 0, 0, 9); }).fault,
-              Fault::SubscriptOutOfRange);
     acceptCellEdit(s, DataGrid::Rates, 3, 1, 300); // last rate 300: tp = (2400+3600)/300 h
     EXPECT_EQ(s.FlowRate, 300);
     EXPECT_DOUBLE_EQ(s.ProducingTime, 20);
-    EXPECT_FALSE(pointComplete(s, 1));
-    EXPECT_TRUE(pointComplete(s, 2));
 
     AnalysisState gas = threePoints();
     gas.FluidFlags = kGasPseudopressure;
@@ -133,20 +126,13 @@ TEST(GridEdit, AcceptWritesTheCellAndDerivesWhatDependsOnIt) {
     EXPECT_LT(gas.TestPseudoPressure[3], gas.TestPseudoPressure[2]);
 }
 
-// Headers and the deliberate mask differences between the full refill, the cell edit
-// and the insert/delete refill (a rate duration keeps two decimals except after an edit).
-TEST(GridContents, HeadersAndMasksPerWriter) {
+// The headers follow the fluids: m(p) for gas in pseudopressure, MCF/day for gas alone,
+// "Oil Rate" beside other phases, and only the phase rates that flow.
+TEST(GridContents, HeadersFollowTheFluids) {
     AnalysisState s = threePoints();
-    s.RateTime[1] = 12.345;
     s.FluidFlags = kGasPressure;
-    const GridContents rates = gridContents(s, DataGrid::Rates, GridFill::Full);
-    EXPECT_EQ(rates.rows[0], (std::vector<std::string>{"Time", "Rate"}));
-    EXPECT_EQ(rates.rows[1], (std::vector<std::string>{" hrs.", "MCF/day"}));
-    EXPECT_EQ(rates.rows[2][0], "12.35");
-    EXPECT_EQ(gridContents(s, DataGrid::Rates, GridFill::InsertDelete).rows[2][0], "12.35");
-    EXPECT_EQ(cellText(s, DataGrid::Rates, 0, 12.345, GridFill::CellEdit), "12.3");
-    EXPECT_EQ(cellText(s, DataGrid::TestPoints, 0, 0.004, GridFill::Full), ".");
-
+    EXPECT_EQ(gridContents(s, DataGrid::Rates, GridFill::Full).rows[1],
+              (std::vector<std::string>{" hrs.", "MCF/day"}));
     struct Row {
         std::int16_t code;
         std::vector<std::string> points, rates, phases;
@@ -164,7 +150,6 @@ TEST(GridContents, HeadersAndMasksPerWriter) {
             EXPECT_EQ(gridContents(s, DataGrid::PhaseRates, GridFill::Full).rows[0], row.phases);
         }
     }
-    EXPECT_EQ(gridContents(s, DataGrid::PhaseRates, GridFill::Full).rows.size(), 4u);
 }
 
 // Paste of a 3-row spreadsheet clipboard (a header line, tab, comma and blank
@@ -173,9 +158,8 @@ TEST(GridContents, HeadersAndMasksPerWriter) {
 // stored values at full precision.
 TEST(GridClipboard, PasteAndCopy) {
     AnalysisState s = threePoints();
-    const PasteOutcome out = pasteGridRows(s, DataGrid::TestPoints, 3,
-                                           "Time\tPressure\n2.5\t3100.25\n3.5, 3200\n4.5 3300\n");
-    EXPECT_EQ(out.pasted, 3);
+    pasteGridRows(s, DataGrid::TestPoints, 3,
+                  "Time\tPressure\n2.5\t3100.25\n3.5, 3200\n4.5 3300\n");
     EXPECT_EQ(times(s), (std::vector<double>{1, 2.5, 3.5, 4.5}));
     EXPECT_EQ(s.TestPressure[2], 3100.25);
 
@@ -186,7 +170,6 @@ TEST(GridClipboard, PasteAndCopy) {
     bad = pasteGridRows(s, DataGrid::TestPoints, 500, "1\t2\n3\t4\n5\t6\n");
     EXPECT_TRUE(bad.limit);
     EXPECT_EQ(bad.message, "Maximum of  500Test Points Allowed");
-    EXPECT_EQ(s.TestTime[500], 0);
     s.TestPointCount = before.TestPointCount;
     EXPECT_EQ(times(s), times(before));
 
