@@ -40,7 +40,9 @@ QTableWidget* makeGrid(const char* name, QWidget* parent) {
     table->setSelectionMode(QAbstractItemView::ContiguousSelection);
     table->horizontalHeader()->hide();
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    // Fixed row heights: sizing 500 rows to their contents on every refill costs seconds.
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
     table->verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
     table->setWordWrap(false);
     return table;
