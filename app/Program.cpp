@@ -8,6 +8,7 @@
 #include "input/ui/InputScreen.h"
 #include "properties/ui/CorrelationDialog.h"
 #include "properties/ui/PropertyCalculator.h"
+#include "review/ui/TestDataScreen.h"
 #include "semilog/ui/SemilogScreen.h"
 #include "skin/ui/SkinScreen.h"
 
@@ -53,9 +54,15 @@ void Program::registerScreens() {
                          &PropertyCalculator::takeFocusBack);
         return dialog;
     });
+    r.add(QStringLiteral("inpsho"), [&c, &r] {
+        auto* review = new TestDataScreen(c);
+        auto* input = qobject_cast<InputScreen*>(r.window(QStringLiteral("inp")));
+        QObject::connect(review, &TestDataScreen::dataCorrected, input,
+                         &InputScreen::refreshEntryState);
+        return review;
+    });
     r.add(QStringLiteral("kv1"), [&c] { return new SemilogScreen(c); });
     // Screens still to come: each becomes one r.add line like those above.
-    r.announce(QStringLiteral("inpsho"), QStringLiteral("Show/Edit Test Data"));
     r.announce(QStringLiteral("kv2"), QStringLiteral("Type Curve Analysis"));
     r.add(QStringLiteral("skin"), [&c] { return new SkinScreen(c); });
 }
