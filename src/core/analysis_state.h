@@ -130,6 +130,9 @@ struct AnalysisState {
 
     // Directory the type-curve library is read from (the working directory at start-up).
     std::string ApplicationDirectory;
+    // The test file last opened or saved (empty for a test never saved), for the
+    // heading of printed pages.
+    std::string TestFileName;
 };
 
 // True when the fluid code analyses gas in pseudopressure.

@@ -32,6 +32,9 @@ public:
     virtual ~Canvas() = default;
 
     virtual void setUserWindow(double left, double top, double width, double height) = 0;
+    // One pixel factor for both axes (the window fitted and centred), as a log-log
+    // plot needs to keep its decades square; stays set until changed.
+    virtual void setSquareUnits(bool /*square*/) {}
     // Drops the persistent picture and clears the drawing.
     virtual void clear() = 0;
     virtual void setPenColor(Rgb colour) = 0;
@@ -40,6 +43,13 @@ public:
     virtual void line(double x1, double y1, double x2, double y2) = 0;
     virtual void dot(double x, double y) = 0;
     virtual void text(double x, double y, std::string_view text) = 0;
+    // The label of a tick, placed as text. A surface keeps it whole inside its edges and
+    // leaves out one that would cover a label already drawn, so a crowded axis shows
+    // the labels that fit rather than an unreadable or truncated pile.
+    virtual void tickLabel(double x, double y, std::string_view label) { text(x, y, label); }
+    // Text turned a quarter to read upwards, as an axis title stands beside a vertical
+    // axis: its left edge at x, centred on y. Without rotation it is plain text.
+    virtual void verticalText(double x, double y, std::string_view text) { this->text(x, y, text); }
 
     // Between these, drawing is transient (a rubber band and what it repaints): it shows
     // at once but is not part of the picture a resized or exported plot is drawn from.

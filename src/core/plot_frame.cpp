@@ -5,27 +5,37 @@
 #include "core/display_mask.h"
 #include "core/runtime_error.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace zorvekan {
 
 PlotFrame::PlotFrame(UserWindow window, double deviceWidth, double deviceHeight)
-    : m_window(window), m_deviceWidth(deviceWidth), m_deviceHeight(deviceHeight) {}
+    : m_window(window), m_factorX(deviceWidth / window.width),
+      m_factorY(deviceHeight / window.height), m_offsetX(0), m_offsetY(0) {
+    if (!window.square)
+        return;
+    const double factor = std::min(std::fabs(m_factorX), std::fabs(m_factorY));
+    m_factorX = std::copysign(factor, m_factorX);
+    m_factorY = std::copysign(factor, m_factorY);
+    m_offsetX = (deviceWidth - std::fabs(window.width) * factor) / 2;
+    m_offsetY = (deviceHeight - std::fabs(window.height) * factor) / 2;
+}
 
 double PlotFrame::toDeviceX(double x) const {
-    return (x - m_window.left) * m_deviceWidth / m_window.width;
+    return m_offsetX + (x - m_window.left) * m_factorX;
 }
 
 double PlotFrame::toDeviceY(double y) const {
-    return (y - m_window.top) * m_deviceHeight / m_window.height;
+    return m_offsetY + (y - m_window.top) * m_factorY;
 }
 
 double PlotFrame::toUserX(double px) const {
-    return m_window.left + px * m_window.width / m_deviceWidth;
+    return m_window.left + (px - m_offsetX) / m_factorX;
 }
 
 double PlotFrame::toUserY(double py) const {
-    return m_window.top + py * m_window.height / m_deviceHeight;
+    return m_window.top + (py - m_offsetY) / m_factorY;
 }
 
 double axisScale(double length, double min, double max) {
@@ -49,7 +59,17 @@ LinearTicks linearTicks(double min, double max) {
     return t;
 }
 
+void requireDecades(double min, double max, std::string_view axis) {
+    const double span = max - min;
+    if (span <= kMaxDecades || span != span) // NaN: no data, drawn as before
+        return;
+    throw RuntimeError(Fault::Overflow, "the " + std::string(axis) + " spans " +
+                                            Format(span, "#.0E-00") +
+                                            " log cycles; a plot shows at most 30");
+}
+
 std::vector<int> decadeTicks(double min, double max) {
+    requireDecades(min, max, "log axis");
     std::vector<int> decades;
     const double count = basicInt(max - min + 1);
     for (int k = 1; k <= count; ++k)
@@ -80,6 +100,7 @@ void beginPlot(Canvas& c, const UserWindow& window, std::string_view title) {
     c.setPenColor(kBlack);
     c.setDashed(false);
     c.setUserWindow(window.left, window.top, window.width, window.height);
+    c.setSquareUnits(window.square);
     c.text(20, window.top, title);
 }
 
@@ -92,12 +113,12 @@ void drawAxes(Canvas& c) {
 namespace {
 void xTick(Canvas& c, double x, const std::string& label) {
     c.line(x, -1, x, 1);
-    c.text(x - 2, -2, label);
+    c.tickLabel(x - 2, -2, label);
 }
 
 void yTick(Canvas& c, double y, double labelX, const std::string& label) {
     c.line(-1, y, 1, y);
-    c.text(labelX, y + 2, label);
+    c.tickLabel(labelX, y + 2, label);
 }
 } // namespace
 
@@ -121,9 +142,14 @@ void drawLogYTicks(Canvas& c, double min, double max, double scale, double label
         yTick(c, scale * (e - min), labelX, Str(std::pow(10.0, e)));
 }
 
+void drawYAxisTitle(Canvas& c, std::string_view text, double x, double y) {
+    c.verticalText(x, y, text);
+}
+
 void drawVerticalText(Canvas& c, std::string_view text, double x, double yTop, double step) {
-    for (std::size_t i = 0; i < text.size(); ++i)
-        c.text(x, yTop - step * static_cast<double>(i + 1), text.substr(i, 1));
+    // The column of characters ran from yTop - step down to yTop - step*n.
+    const double n = static_cast<double>(text.size());
+    drawYAxisTitle(c, text, x, yTop - step * (n + 1) / 2);
 }
 
 void drawPickMark(Canvas& c, double x, double y, std::string_view label, bool erase) {

@@ -2,6 +2,10 @@
 #include "core/straight_line.h"
 
 #include "core/checked_math.h"
+#include "core/plot_frame.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace zorvekan {
 
@@ -48,6 +52,43 @@ void drawStraightLine(Canvas& c, const StraightLine& line, Rgb colour) {
     c.setPenColor(colour);
     c.line(line.x1, line.y1, line.x2, line.y2);
     c.setPenColor(kBlack);
+}
+
+void drawLineAcrossBox(Canvas& c, const StraightLine& line, Rgb colour) {
+    // Liang-Barsky: the part of x1 + t*dx, y1 + t*dy (any t) inside the box.
+    const double dx = line.x2 - line.x1, dy = line.y2 - line.y1;
+    double t0 = -std::numeric_limits<double>::infinity();
+    double t1 = std::numeric_limits<double>::infinity();
+    bool inside = dx != 0 || dy != 0;
+    auto edge = [&](double p, double q) { // keeps p*t <= q
+        if (p == 0)
+            inside = inside && q >= 0;
+        else if (p < 0)
+            t0 = std::max(t0, q / p);
+        else
+            t1 = std::min(t1, q / p);
+    };
+    edge(-dx, line.x1);
+    edge(dx, kAxisWidth - line.x1);
+    edge(-dy, line.y1);
+    edge(dy, kAxisHeight - line.y1);
+    if (!inside || t0 > t1) {
+        drawStraightLine(c, line, colour);
+        return;
+    }
+    StraightLine across = line;
+    across.x1 = line.x1 + t0 * dx;
+    across.y1 = line.y1 + t0 * dy;
+    across.x2 = line.x1 + t1 * dx;
+    across.y2 = line.y1 + t1 * dy;
+    drawStraightLine(c, across, colour);
+}
+
+void cancelLine(StraightLine& line) {
+    if (line.clickState == 1) {
+        line.clickState = 0;
+        line.bandState = 0;
+    }
 }
 
 double lineSlope(const StraightLine& line, double xScale, double yScale) {

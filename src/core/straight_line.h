@@ -33,6 +33,14 @@ void lineMouseMove(StraightLine& line, Canvas& c, double x, double y,
 // pen to black.
 void drawStraightLine(Canvas& c, const StraightLine& line, Rgb colour = kBlack);
 
+// The picked line as the engineer checks it: extended through its two ends across the
+// whole axis box (x 0..100, y 0..60) and cut at the box's edges; the stored ends stay
+// as clicked. A line that misses the box is drawn between its ends.
+void drawLineAcrossBox(Canvas& c, const StraightLine& line, Rgb colour);
+
+// Gives up a line whose first end is placed: waiting for a first end again.
+void cancelLine(StraightLine& line);
+
 // Slope of the line in data units: ((y2 - y1)/(x2 - x1)) * xScale / yScale, and its
 // value at data x = 0: (yMin + y2/yScale) - slope*(xMin + x2/xScale). A vertical line is
 // a division-by-zero fault.

@@ -20,32 +20,30 @@ void requirePoints(int count, const char* what) {
         throw RuntimeError(Fault::NoData, what);
 }
 
-void drawSemilogYTitle(Canvas& c, const AnalysisState& s) {
-    const bool pseudo = usesPseudopressure(s);
-    if (s.ShutInFlag == 0 && s.SemilogPlotKind == kSuperpositionPlot)
-        c.text(-18, 30, pseudo ? "d m(p)/q" : "dp/q");
-    else if (s.ShutInFlag == 0 && s.RateCount >= 2)
-        c.text(-18, 30, pseudo ? "d m(p)/dq" : "dp/dq");
-    else if (pseudo)
-        c.text(-18, 30, "m(p)");
-    else
-        drawVerticalText(c, kPressureTitle, -18, 51, 3);
-    if (pseudo)
-        c.text(-18, 25, kMillions);
+// The y title of a pressure-like axis; m(p) is plotted in millions of psi^2/cp.
+std::string pressureTitle(const AnalysisState& s, const char* pressure, const char* pseudo) {
+    if (!usesPseudopressure(s))
+        return pressure;
+    return std::string(pseudo) + " " + kMillions;
 }
 
-void drawStorageYTitles(Canvas& c, const AnalysisState& s) {
-    const bool pseudo = usesPseudopressure(s);
+void drawSemilogYTitle(Canvas& c, const AnalysisState& s) {
+    std::string title;
+    if (s.ShutInFlag == 0 && s.SemilogPlotKind == kSuperpositionPlot)
+        title = pressureTitle(s, "dp/q", "d m(p)/q");
+    else if (s.ShutInFlag == 0 && s.RateCount >= 2)
+        title = pressureTitle(s, "dp/dq", "d m(p)/dq");
+    else
+        title = pressureTitle(s, kPressureTitle, "m(p)");
+    drawYAxisTitle(c, title, -18);
+}
+
+// The change and its derivative share the axis: both names in one title.
+void drawStorageYTitle(Canvas& c, const AnalysisState& s) {
     const bool perRate = s.ShutInFlag == 0 && s.RateCount >= 2;
-    if (perRate) {
-        c.text(-23, 30, pseudo ? "dm(p)/dq" : "dp/dq");
-        c.text(-23, 25, pseudo ? "dm(p)'/dq" : "dp'/dq");
-    } else {
-        c.text(-23, 30, pseudo ? "dm(p)" : "dp");
-        c.text(-23, 25, pseudo ? "d m(p)'" : "dp'");
-    }
-    if (pseudo)
-        c.text(-23, 20, kMillions);
+    const std::string title = perRate ? pressureTitle(s, "dp/dq, dp'/dq", "dm(p)/dq, dm(p)'/dq")
+                                      : pressureTitle(s, "dp, dp'", "dm(p), d m(p)'");
+    drawYAxisTitle(c, title, -23);
 }
 
 double flowPlotPressure(const AnalysisState& s, int prepared) {
@@ -71,12 +69,7 @@ FlowPlotFrame drawFlowPlot(Canvas& c, const AnalysisState& s, const TimeInterval
     drawFlowPoints(c, s, interval, f);
     c.setPenColor(kBlack);
     c.text(40, -8, linear ? "Square Root time" : "Quarter Root time");
-    if (usesPseudopressure(s))
-        c.text(yTitleX, 30, "m(p)");
-    else if (linear)
-        drawVerticalText(c, kPressureTitle, yTitleX, 51, 3);
-    else
-        c.text(yTitleX, 30, "dp");
+    drawYAxisTitle(c, pressureTitle(s, kPressureTitle, "m(p)"), yTitleX);
     return f;
 }
 
@@ -109,6 +102,8 @@ PlotScales DrawSemilogPlot(Canvas& c, const AnalysisState& s) {
     const bool superposition = s.SemilogPlotKind == kSuperpositionPlot;
     beginPlot(c, kSemilogWindow, superposition ? "Superposition Plot" : "Semilog Plot");
     drawAxes(c);
+    requireDecades(s.SemilogXMin, s.SemilogXMax,
+                   superposition ? "summation term axis" : "semilog time axis");
     PlotScales scales;
     scales.x = axisScale(kAxisWidth, s.SemilogXMin, s.SemilogXMax);
     scales.y = axisScale(kAxisHeight, s.SemilogYMin, s.SemilogYMax);
@@ -135,6 +130,8 @@ void DrawStoragePlot(Canvas& c, AnalysisState& s) {
     requirePoints(s.TestPointCount, "no test points on the log-log plot");
     beginPlot(c, kStorageWindow, "Storage (Log-Log) Plot");
     drawAxes(c);
+    requireDecades(s.StorageXMin, s.StorageXMax, "log-log time axis");
+    requireDecades(s.StorageYMin, s.StorageYMax, "log-log pressure-change axis");
     s.StorageScale = squareLogScale(s.StorageXMin, s.StorageXMax, s.StorageYMin, s.StorageYMax);
     const double k = s.StorageScale;
     drawLogXTicks(c, s.StorageXMin, s.StorageXMax, k);
@@ -149,7 +146,7 @@ void DrawStoragePlot(Canvas& c, AnalysisState& s) {
               k * (s.LogDerivative[j] - s.StorageYMin));
     c.setPenColor(kBlack);
     c.text(30, -8, storageXTitle(s));
-    drawStorageYTitles(c, s);
+    drawStorageYTitle(c, s);
 }
 
 FlowPlotFrame flowPlotFrame(const AnalysisState& s, const TimeInterval& interval, double exponent) {

@@ -7,6 +7,7 @@
 #include "core/rate_history.h"
 #include "core/result_line.h"
 #include "core/semilog_series.h"
+#include "semilog/semilog_line_check.h"
 
 #include <algorithm>
 #include <cmath>
@@ -349,6 +350,8 @@ SemilogResults ComputeSemilogResults(AnalysisState& s, const SemilogInputs& in) 
     if (r.dietzPressure)
         out.push_back(line("Dietz Avg. Pressure =", asPressure(*r.dietzPressure), "####."));
     out.push_back(line("Flow Efficiency =", *r.flowEfficiency, "###.##", "%"));
+    for (std::string& check : semilogLineCheck(s, r))
+        out.push_back(std::move(check));
 
     r.marks = validityMarks(s, r, in.scales);
     return r;

@@ -13,6 +13,10 @@ Skin Factor = -4.79
 Fracture Skin = -4.74
 MBH Avg. Pressure = 4007.
 Flow Efficiency = 277.82%
+Slope = 57.23 psi/cycle.
+p* = 4007.23 psia.
+P1hr = 3900.59 psia.
+Dp Skin = -238.5 psi.
 Radius Investigated = 440 ft."
 [ "$out" = "$expected" ] || fail "unexpected result lines:
 $out"

@@ -6,8 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace zorvekan {
 namespace {
@@ -100,6 +103,51 @@ TEST(ExampleTests, SemilogLineRecoversTheReservoir) {
         ComputeSemilogResults(s, in);
         EXPECT_NEAR(s.Permeability, c.k, 0.03 * c.k);
         EXPECT_NEAR(s.SkinFactor, c.skin, 0.3);
+    }
+}
+
+// The lines that let the engineer check the semilog line, by hand for a line through
+// two points of the example buildup, (t+dt)/dt = 9.55445544554 at 3987.17 psia and 2 at
+// 3996.07 psia (tp = 72 h, pwf = 3873.1 psia):
+//   m = 8.9 / log10(2 / 9.55445544554) = -13.1042 psi/cycle;
+//   p* = 3996.07 + 13.1042 log10(2) = 4000.0148; P1hr = p* - 13.1042 log10(73) = 3975.598;
+//   s = 1.151 ((3975.598 - 3873.1)/13.1042 - log10(99.266/(0.2*0.8*15E-6*0.354^2)) + 3.23
+//       + log10(73/72)) = 2.9226; Dp Skin = 0.87 * 13.1042 * 2.9226 = 33.32 psi.
+// The two-rate drawdown's superposition plot is per unit rate and has no p*: a line from
+// (1, 0.5) to (2, 0.6) reads 0.1 a cycle and 0.4 at x = 0 (one hour of the last rate).
+TEST(ExampleTests, LineCheckByHand) {
+    struct Case {
+        const char* file;
+        std::array<double, 4> ends; // x1, y1, x2, y2; x the Horner ratio or the summation term
+        std::vector<std::string> lines;
+    };
+    const Case cases[] = {
+        {"oil-buildup.zvt",
+         {9.55445544554, 3987.17, 2, 3996.07},
+         {"Slope = 13.1 psi/cycle.", "p* = 4000.01 psia.", "P1hr = 3975.6 psia.",
+          "Dp Skin = 33.32 psi."}},
+        {"two-rate-drawdown.zvt",
+         {1, 0.5, 2, 0.6},
+         {"Slope = .1000 psi/(STB/D)/cycle.", "P1hr = .4000 psi/(STB/D)."}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.file);
+        AnalysisState s;
+        ASSERT_TRUE(openTestFile(s, std::string(SOURCE_DIR) + "/examples/" + c.file).ok);
+        s.SemilogPlotKind = s.RateCount > 1 ? kSuperpositionPlot : kSemilogPlot;
+        PrepareAnalysisData(s);
+        SemilogInputs in;
+        in.scales.x = 100 / (s.SemilogXMax - s.SemilogXMin);
+        in.scales.y = 60 / (s.SemilogYMax - s.SemilogYMin);
+        const bool horner = s.SemilogPlotKind == kSemilogPlot;
+        for (int i : {0, 2})
+            lineMouseDown(in.line,
+                          in.scales.x * ((horner ? Log10(c.ends[i]) : c.ends[i]) - s.SemilogXMin),
+                          in.scales.y * (c.ends[i + 1] - s.SemilogYMin));
+        const SemilogResults r = ComputeSemilogResults(s, in);
+        const auto slope = std::find(r.lines.begin(), r.lines.end(), c.lines.front());
+        ASSERT_LE(slope + static_cast<long>(c.lines.size()), r.lines.end());
+        EXPECT_EQ(std::vector(slope, slope + static_cast<long>(c.lines.size())), c.lines);
     }
 }
 

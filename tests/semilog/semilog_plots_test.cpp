@@ -2,6 +2,8 @@
 #include "core/analysis_data.h"
 #include "core/checked_math.h"
 #include "core/straight_line.h"
+#include "input/entry_rules.h"
+#include "input/test_file.h"
 #include "semilog/semilog_plots.h"
 #include "semilog/storage_picks.h"
 
@@ -60,37 +62,64 @@ TEST(SemilogPlot, HornerPlotOfABuildup) {
         EXPECT_LE(d.y, 60 + 1e-9);
     }
     EXPECT_DOUBLE_EQ(scales.x, 100 / (s.SemilogXMax - s.SemilogXMin));
-    ASSERT_NE(c.findText("P"), nullptr);
-    EXPECT_EQ(c.findText("P")->x, -18);
-    EXPECT_EQ(c.findText("P")->y, 48);
-    EXPECT_EQ(c.findText("(1E6)"), nullptr);
+    ASSERT_NE(c.findText("Pressure psi"), nullptr);
+    EXPECT_TRUE(c.findText("Pressure psi")->vertical);
+    EXPECT_EQ(c.findText("Pressure psi")->x, -18);
 }
 
 // Axis titles per test kind: a buildup drawn as superposition keeps its pressure
-// title; flowing rate-normalised plots read dp/q or dp/dq; m(p) carries "(1E6)".
+// title; flowing rate-normalised plots read dp/q or dp/dq; m(p) carries "(1E6)"; the
+// flow plots name the pressure they plot.
 TEST(SemilogPlot, TitlesPerKind) {
-    AnalysisState s = buildup();
+    struct Row {
+        std::int16_t fluid, shutIn, rates, kind;
+        const char *semiX, *semiY, *storX, *storY;
+    };
+    const char* equivalent = "Equiv. Adj. Time, hrs.";
+    const Row rows[] = {
+        {kOil, 1, 1, kSuperpositionPlot, "Summation log term", "Pressure psi", equivalent,
+         "dp, dp'"},
+        {kOil, 0, 1, kSemilogPlot, "Time, hrs.", "Pressure psi", "Time, hrs.", "dp, dp'"},
+        {kGasPseudopressure, 1, 1, kSemilogPlot, "(t+dt)/dt", "m(p) (1E6)", equivalent,
+         "dm(p), d m(p)' (1E6)"},
+        {kOil, 0, 2, kSemilogPlot, "Equiv. Adj. Test Time", "dp/dq", equivalent, "dp/dq, dp'/dq"},
+        {kGasPseudopressure, 0, 2, kSuperpositionPlot, "Summation log term", "d m(p)/q (1E6)",
+         equivalent, "dm(p)/dq, dm(p)'/dq (1E6)"},
+    };
+    for (const Row& r : rows) {
+        AnalysisState k = buildup();
+        k.FluidFlags = r.fluid;
+        k.ShutInFlag = r.shutIn;
+        k.RateCount = r.rates;
+        k.SemilogPlotKind = r.kind;
+        k.ProducingTime = r.shutIn ? 100 : 0;
+        k.TestPseudoPressure = k.TestPressure;
+        RecordingCanvas semi, stor, qtr;
+        DrawSemilogPlot(semi, k);
+        DrawStoragePlot(stor, k);
+        DrawBilinearFlowPlot(qtr, k, {0, 1000});
+        for (auto [canvas, title] :
+             {std::pair{&semi, r.semiX}, {&semi, r.semiY}, {&stor, r.storX}, {&stor, r.storY}})
+            EXPECT_NE(canvas->findText(title), nullptr) << title;
+        EXPECT_TRUE(semi.findText(r.semiY)->vertical);
+        const char* bilinear = r.fluid == kOil ? "Pressure psi" : "m(p) (1E6)";
+        ASSERT_NE(qtr.findText(bilinear), nullptr);
+        EXPECT_TRUE(qtr.findText(bilinear)->vertical);
+    }
+}
+
+// A last rate of 1E-5 after 300 STB/day makes the superposition axis span about 9E7
+// log cycles: the plot is refused at once instead of drawing a label a decade.
+TEST(SemilogPlot, TinyLastRateIsRefused) {
+    AnalysisState s;
+    ASSERT_TRUE(openTestFile(s, SOURCE_DIR "/examples/two-rate-drawdown.zvt").ok);
+    s.Rate[2] = 1e-5;
+    deriveFlowRateAndProducingTime(s);
     s.SemilogPlotKind = kSuperpositionPlot;
     PrepareAnalysisData(s);
     RecordingCanvas c;
-    DrawSemilogPlot(c, s);
-    EXPECT_NE(c.findText("Superposition Plot"), nullptr);
-    EXPECT_NE(c.findText("Summation log term"), nullptr);
-    EXPECT_NE(c.findText("P"), nullptr);
-    EXPECT_EQ(c.findText("dp/q"), nullptr);
-
-    AnalysisState f;
-    f.ShutInFlag = 0;
-    f.RateCount = 2;
-    f.FluidFlags = kGasPseudopressure;
-    f.SemilogPlotKind = kSuperpositionPlot;
-    EXPECT_EQ(semilogXTitle(f), "Summation log term");
-    f.SemilogPlotKind = kSemilogPlot;
-    EXPECT_EQ(semilogXTitle(f), "Equiv. Adj. Test Time");
-    f.RateCount = 1;
-    EXPECT_EQ(semilogXTitle(f), "Time, hrs.");
-    EXPECT_EQ(storageXTitle(f), "Time, hrs.");
-    EXPECT_EQ(storageXTitle(s), "Equiv. Adj. Time, hrs.");
+    EXPECT_THROW(DrawSemilogPlot(c, s), RuntimeError);
+    EXPECT_LT(c.texts.size(), 5u);
 }
 
 // The log-log plot draws every change in blue and every derivative point in red with
@@ -103,8 +132,6 @@ TEST(StoragePlot, PointsAndSquareScale) {
     EXPECT_EQ(c.dotsIn(kDerivativeRed), s.DerivativeCount);
     EXPECT_GT(s.DerivativeCount, 20);
     EXPECT_NE(c.findText("Storage (Log-Log) Plot"), nullptr);
-    EXPECT_NE(c.findText("dp"), nullptr);
-    EXPECT_NE(c.findText("dp'"), nullptr);
     EXPECT_NE(c.findText("Equiv. Adj. Time, hrs."), nullptr);
     const double xr = s.StorageXMax - s.StorageXMin, yr = s.StorageYMax - s.StorageYMin;
     EXPECT_DOUBLE_EQ(s.StorageScale, yr > 0.6 * xr ? 60 / yr : 100 / xr);
@@ -198,6 +225,34 @@ TEST(StraightLine, RubberBand) {
     lineMouseDown(quick, 1, 1);
     EXPECT_EQ(lineMouseDown(quick, 1, 9), LineClick::Completed);
     EXPECT_THROW(lineSlope(quick, 1, 1), RuntimeError); // vertical line
+}
+
+// The checked line runs across the whole axis box through the two clicked ends and
+// stops at the box; a line clicked outside the box is drawn between its ends. A line
+// cut short or run past the box would hide where the data leave it.
+TEST(StraightLine, AcrossTheAxisBox) {
+    const double rows[][8] = {
+        // clicked x1, y1, x2, y2; then drawn, from left to right
+        {10, 10, 20, 20, 0, 0, 60, 60},       // leaves by the top
+        {80, 30, 20, 30, 0, 30, 100, 30},     // clicked right to left, level
+        {40, 50, 60, 40, 20, 60, 100, 20},    // falling, enters at the top
+        {150, 80, 160, 80, 150, 80, 160, 80}, // misses the box: as clicked
+    };
+    for (const auto& r : rows) {
+        StraightLine line;
+        lineMouseDown(line, r[0], r[1]);
+        lineMouseDown(line, r[2], r[3]);
+        RecordingCanvas c;
+        drawLineAcrossBox(c, line, kDerivativeRed);
+        ASSERT_EQ(c.lines.size(), 1u);
+        auto l = c.lines[0];
+        if (l.x1 > l.x2)
+            l = {l.x2, l.y2, l.x1, l.y1, l.colour, l.width};
+        EXPECT_EQ(l.colour, kDerivativeRed);
+        const double drawn[] = {l.x1, l.y1, l.x2, l.y2};
+        for (int i = 0; i < 4; ++i)
+            EXPECT_NEAR(drawn[i], r[4 + i], 1e-9) << r[0] << " " << i;
+    }
 }
 
 } // namespace

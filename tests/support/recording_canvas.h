@@ -16,6 +16,7 @@ struct RecordingCanvas : Canvas {
         double x, y;
         std::string text;
         Rgb colour;
+        bool vertical = false; // turned to read upwards
     };
     struct Line {
         double x1, y1, x2, y2;
@@ -53,6 +54,10 @@ struct RecordingCanvas : Canvas {
     void dot(double x, double y) override { dots.push_back({x, y, colour}); }
     void text(double x, double y, std::string_view t) override {
         texts.push_back({x, y, std::string(t), colour});
+    }
+
+    void verticalText(double x, double y, std::string_view t) override {
+        texts.push_back({x, y, std::string(t), colour, true});
     }
 
     const Text* findText(std::string_view t) const {

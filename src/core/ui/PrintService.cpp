@@ -5,15 +5,20 @@
 #include "core/ui/FileDialogService.h"
 #include "core/ui/MessageService.h"
 
+#include <QDate>
 #include <QFileInfo>
 #include <QLayout>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QPlainTextEdit>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QTextCursor>
 #include <QWidget>
 
 namespace zorvekan {
@@ -106,6 +111,31 @@ bool exportPage(QWidget* parent, const QImage& page, FileDialogService& files,
 
 namespace zorvekan {
 
+QString pageSourceText(const std::string& testFile, const QDate& date) {
+    const QString name = testFile.empty() ? QStringLiteral("(not saved)")
+                                          : QFileInfo(QString::fromStdString(testFile)).fileName();
+    return QStringLiteral("File: %1    Date: %2").arg(name, date.toString(Qt::ISODate));
+}
+
+namespace {
+
+// Takes the focus frame and every text selection off the window for the page.
+QPointer<QWidget> clearMarks(QMainWindow& window) {
+    QPointer<QWidget> focus = window.focusWidget();
+    if (focus)
+        focus->clearFocus();
+    for (auto* edit : window.findChildren<QLineEdit*>())
+        edit->deselect();
+    for (auto* edit : window.findChildren<QPlainTextEdit*>()) {
+        QTextCursor cursor = edit->textCursor();
+        cursor.clearSelection();
+        edit->setTextCursor(cursor);
+    }
+    return focus;
+}
+
+} // namespace
+
 QImage formPage(QMainWindow& window, QWidget* toolbar, QWidget* heading,
                 const std::function<void(const QImage&)>& whileShown) {
     auto layoutFor = [&](bool printing) {
@@ -114,11 +144,16 @@ QImage formPage(QMainWindow& window, QWidget* toolbar, QWidget* heading,
         window.centralWidget()->layout()->activate();
         window.layout()->activate();
     };
+    const QPointer<QWidget> focus = clearMarks(window);
     layoutFor(true);
     struct Restore {
         std::function<void()> undo;
         ~Restore() { undo(); }
-    } restore{[&] { layoutFor(false); }};
+    } restore{[&] {
+        layoutFor(false);
+        if (focus)
+            focus->setFocus();
+    }};
     const QImage whole = renderWindow(window);
     const qreal ratio = whole.devicePixelRatio();
     const QRect area = window.centralWidget()->geometry();

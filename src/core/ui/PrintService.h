@@ -6,7 +6,9 @@
 #include <QString>
 
 #include <functional>
+#include <string>
 
+class QDate;
 class QPainter;
 class QMainWindow;
 class QWidget;
@@ -45,8 +47,15 @@ QImage renderWindow(QWidget& window);
 // The page of a screen's Print command: the form below its menu bar, with the toolbar
 // hidden and the printed heading shown while the page is taken (and while `whileShown`
 // runs, which is where a printer is handed the page); the screen is restored after.
+// Focus frames and selected text are not part of a page: they are cleared first and
+// the focus is given back after.
 QImage formPage(QMainWindow& window, QWidget* toolbar, QWidget* heading,
                 const std::function<void(const QImage&)>& whileShown = {});
+
+// The source line of a printed heading: the test file's name (not its folders) and the
+// date of printing, "File: oil-buildup.zvt    Date: 2024-11-23"; a test never saved
+// reads "File: (not saved)".
+QString pageSourceText(const std::string& testFile, const QDate& date);
 
 // Draws the page scaled to fit inside `area`, keeping its proportions, at the top.
 void paintPage(QPainter& painter, const QImage& page, const QRect& area);

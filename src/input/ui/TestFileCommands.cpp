@@ -116,6 +116,8 @@ void TestFileCommands::save(const QString& title) {
     if (!written)
         refuse(QStringLiteral("The test was not saved; a file already there is unchanged."),
                QStringLiteral("%1: %2").arg(path, file.errorString()));
+    else
+        m_ctx.state.TestFileName = path.toStdString();
 }
 
 std::optional<InputRefill> TestFileCommands::openPath(const QString& path, QString& error) {
@@ -128,6 +130,7 @@ std::optional<InputRefill> TestFileCommands::openPath(const QString& path, QStri
     }
     result.refill.title = titleText(result.refill.title).toStdString();
     m_ctx.state.TestTitle = result.refill.title;
+    m_ctx.state.TestFileName = path.toStdString();
     return std::move(result.refill);
 }
 

@@ -9,15 +9,19 @@
 #include "core/ui/ScreenContext.h"
 #include "core/val.h"
 #include "core/version.h"
+#include "semilog/plot_readouts.h"
 
 #include <QComboBox>
+#include <QDate>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
@@ -43,24 +47,39 @@ QComboBox* optionList(const char* name, const QStringList& items, QWidget* paren
     return list;
 }
 
+// Keeps a widget's room in its layout while it is hidden, so nothing beside it moves.
+void keepRoomWhenHidden(QWidget* w) {
+    QSizePolicy policy = w->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    w->setSizePolicy(policy);
+}
+
+// A hint that comes and goes under its plot: its line is always there, and its text
+// never widens the panel.
 QLabel* hint(const char* name, const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setObjectName(QString::fromUtf8(name));
     label->setStyleSheet(QStringLiteral("color: #a00000;"));
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    keepRoomWhenHidden(label);
+    label->hide();
     return label;
 }
 
-// A plot with its controls underneath, as one panel of the grid.
-QWidget* plotPanel(PlotSurface* plot, std::initializer_list<QWidget*> controls, QWidget* parent) {
+// A plot with its controls underneath and its hint line below them, as one panel.
+QWidget* plotPanel(PlotSurface* plot, std::initializer_list<QWidget*> controls, QLabel* hintLine,
+                   QWidget* parent) {
     auto* panel = new QWidget(parent);
     auto* layout = new QVBoxLayout(panel);
     layout->setContentsMargins(2, 2, 2, 2);
+    layout->setSpacing(2);
     layout->addWidget(plot, 1);
     auto* row = new QHBoxLayout;
     for (QWidget* c : controls)
         row->addWidget(c);
     row->addStretch(1);
     layout->addLayout(row);
+    layout->addWidget(hintLine);
     return panel;
 }
 
@@ -77,9 +96,17 @@ SemilogScreen::SemilogScreen(ScreenContext& context, QWidget* parent)
     auto* central = new QWidget(this);
     auto* outer = new QHBoxLayout(central);
     auto* left = new QVBoxLayout;
-    m_heading = new QLabel(QStringLiteral("Well Test: Semilog Results"), central);
-    m_heading->setObjectName(QStringLiteral("Label5"));
-    m_heading->setStyleSheet(QStringLiteral("font-weight: bold; font-size: 14pt;"));
+    m_heading = new QWidget(central);
+    auto* headingRow = new QHBoxLayout(m_heading);
+    headingRow->setContentsMargins(0, 0, 0, 0);
+    auto* heading = new QLabel(QStringLiteral("Well Test: Semilog Results"), m_heading);
+    heading->setObjectName(QStringLiteral("Label5"));
+    heading->setStyleSheet(QStringLiteral("font-weight: bold; font-size: 14pt;"));
+    m_pageInfo = new QLabel(m_heading);
+    m_pageInfo->setObjectName(QStringLiteral("pageInfo"));
+    headingRow->addWidget(heading);
+    headingRow->addStretch(1);
+    headingRow->addWidget(m_pageInfo);
     m_heading->hide();
     m_title = new QLabel(central);
     m_title->setObjectName(QStringLiteral("Label3"));
@@ -93,6 +120,8 @@ SemilogScreen::SemilogScreen(ScreenContext& context, QWidget* parent)
     outer->addWidget(buildSidePanel());
     setCentralWidget(central);
     buildCommands();
+    statusBar()->setObjectName(QStringLiteral("readout"));
+    connectReadouts();
     resize(1360, 860);
 }
 
@@ -129,10 +158,11 @@ void SemilogScreen::buildPlots(QGridLayout* grid) {
         {QStringLiteral("Select Quarter Slope"), QStringLiteral("Redraw"), QStringLiteral("Quit")},
         parent);
     m_semipk->hide();
-    m_lineHint = hint("Label2", QStringLiteral("Click on Each End to Create Line"), parent);
+    const QString lineHint = QStringLiteral("Click on Each End to Create Line");
+    m_lineHint = hint("Label2", lineHint, parent);
+    m_linearHint = hint("sqrHint", lineHint, parent);
+    m_bilinearHint = hint("qtrHint", lineHint, parent);
     m_storageHint = hint("Label4", QStringLiteral("Click on Data Point in Storage"), parent);
-    m_lineHint->hide();
-    m_storageHint->hide();
 
     m_expand = new QPushButton(QStringLiteral("Expand"), parent);
     m_expand->setObjectName(QStringLiteral("Command2"));
@@ -150,15 +180,23 @@ void SemilogScreen::buildPlots(QGridLayout* grid) {
     down->setObjectName(QStringLiteral("spinDown"));
     down->setArrowType(Qt::DownArrow);
 
-    m_semiPanel = plotPanel(m_semi, {m_ddpk, m_semipk, m_expand, m_lineHint}, parent);
+    m_semiPanel = plotPanel(m_semi, {m_ddpk, m_semipk, m_expand}, m_lineHint, parent);
     m_storPanel =
-        plotPanel(m_stor, {m_storpk, spacingLabel, m_spin, up, down, m_storageHint}, parent);
-    m_sqrPanel = plotPanel(m_sqr, {m_sqrpk}, parent);
-    m_qtrPanel = plotPanel(m_qtr, {m_qtrpk}, parent);
+        plotPanel(m_stor, {m_storpk, spacingLabel, m_spin, up, down}, m_storageHint, parent);
+    m_sqrPanel = plotPanel(m_sqr, {m_sqrpk}, m_linearHint, parent);
+    m_qtrPanel = plotPanel(m_qtr, {m_qtrpk}, m_bilinearHint, parent);
+    // The option lists keep their room while hidden, so a plot does not grow or shrink
+    // when its list comes and goes; the plots share the grid equally.
+    for (QWidget* list : {m_semipk, m_sqrpk, m_qtrpk})
+        keepRoomWhenHidden(list);
     grid->addWidget(m_semiPanel, 0, 0);
     grid->addWidget(m_storPanel, 0, 1);
     grid->addWidget(m_sqrPanel, 1, 0);
     grid->addWidget(m_qtrPanel, 1, 1);
+    for (int i = 0; i < 2; ++i) {
+        grid->setColumnStretch(i, 1);
+        grid->setRowStretch(i, 1);
+    }
 
     connect(m_ddpk, &QComboBox::activated, this,
             [this](int i) { guarded([&] { plotKindChosen(m_ddpk->itemText(i)); }); });
@@ -253,6 +291,7 @@ void SemilogScreen::runCommand(const QString& key) {
             hide();
             m_ctx.screens.show(QStringLiteral("inp"));
         } else if (key == QStringLiteral("Print")) {
+            m_pageInfo->setText(pageSourceText(m_ctx.state.TestFileName, QDate::currentDate()));
             formPage(*this, m_toolbar, m_heading,
                      [this](const QImage& page) { m_ctx.printer.print(this, page); });
         } else if (key == QStringLiteral("Export")) {
@@ -273,6 +312,7 @@ void SemilogScreen::activate() {
     for (QWidget* w : {static_cast<QWidget*>(m_sqrPanel), static_cast<QWidget*>(m_qtrPanel),
                        static_cast<QWidget*>(m_sqrpk), static_cast<QWidget*>(m_qtrpk),
                        static_cast<QWidget*>(m_lineHint), static_cast<QWidget*>(m_storageHint),
+                       static_cast<QWidget*>(m_linearHint), static_cast<QWidget*>(m_bilinearHint),
                        static_cast<QWidget*>(m_matching)})
         w->hide();
     m_sqr->show();
@@ -283,7 +323,11 @@ void SemilogScreen::activate() {
     m_ddpk->setCurrentIndex(s.SemilogPlotKind == kSuperpositionPlot ? 1 : 0);
     for (QComboBox* list : {m_semipk, m_storpk, m_sqrpk, m_qtrpk})
         list->setCurrentIndex(-1);
-    m_results->clear();
+    m_lineResults.clear();
+    m_storageResult.reset();
+    m_radiusResult.reset();
+    m_validity.reset();
+    showResults();
     m_semiLine = {};
     m_linearLine = {};
     m_bilinearLine = {};
@@ -307,6 +351,7 @@ void SemilogScreen::redrawAll() {
 }
 
 void SemilogScreen::redrawSemilog() {
+    m_shownLine.reset();
     m_semiScales = DrawSemilogPlot(*m_semi, m_ctx.state);
     m_semipk->show();
 }
@@ -336,16 +381,22 @@ void SemilogScreen::plotKindChosen(const QString& item) {
     AnalysisState& s = m_ctx.state;
     s.SemilogPlotKind = item.startsWith(QStringLiteral("Supe")) ? kSuperpositionPlot : kSemilogPlot;
     PrepareAnalysisData(s);
+    // A line of the other plot kind means nothing here: it goes with its results.
     m_semiLine = {};
+    m_lineResults.clear();
+    m_validity.reset();
+    showResults();
     redrawStorage();
 }
 
 void SemilogScreen::semilogOptionChosen(const QString& item) {
+    const bool line = item == QStringLiteral("Straight Line");
+    m_lineHint->setVisible(line);
     if (item == QStringLiteral("Redraw")) {
+        m_semiLine.clickState = 0;
         redrawSemilog();
         m_transientMark.reset();
-    } else if (item == QStringLiteral("Straight Line")) {
-        m_lineHint->show();
+    } else if (line) {
         m_semiLine.clickState = 0;
     }
 }
@@ -358,25 +409,23 @@ void SemilogScreen::storageOptionChosen(const QString& item) {
 }
 
 void SemilogScreen::linearOptionChosen(const QString& item) {
-    if (item == QStringLiteral("Redraw")) {
+    const bool select = item == QStringLiteral("Select Half Slope");
+    m_linearHint->setVisible(select);
+    m_linearLine = {};
+    if (item == QStringLiteral("Redraw"))
         redrawLinear();
-    } else if (item == QStringLiteral("Quit")) {
+    else if (item == QStringLiteral("Quit"))
         m_sqrpk->hide();
-    } else {
-        m_lineHint->show();
-        m_linearLine = {};
-    }
 }
 
 void SemilogScreen::bilinearOptionChosen(const QString& item) {
-    if (item == QStringLiteral("Redraw")) {
+    const bool select = item == QStringLiteral("Select Quarter Slope");
+    m_bilinearHint->setVisible(select);
+    m_bilinearLine = {};
+    if (item == QStringLiteral("Redraw"))
         redrawBilinear();
-    } else if (item == QStringLiteral("Quit")) {
+    else if (item == QStringLiteral("Quit"))
         m_qtrpk->hide();
-    } else {
-        m_lineHint->show();
-        m_bilinearLine = {};
-    }
 }
 
 void SemilogScreen::spacingEdited(const QString& text) {
@@ -385,8 +434,9 @@ void SemilogScreen::spacingEdited(const QString& text) {
     if (!(s.DerivativeSpan > 0))
         return; // stored, but a spacing of 0 or less computes nothing
     PrepareAnalysisData(s);
-    m_semiLine = {};
+    // The derivative leaves the semilog series as it was: the line stays with its results.
     redrawStorage();
+    drawSemilogLine();
 }
 
 void SemilogScreen::stepSpacing(double step) {
@@ -416,8 +466,7 @@ void SemilogScreen::expandOrReduce() {
     m_semiPanel->raise();
     centralWidget()->layout()->activate();
     redrawSemilog();
-    if (m_semiLine.complete)
-        drawStraightLine(*m_semi, m_semiLine);
+    drawSemilogLine();
 }
 
 void SemilogScreen::automaticTypeCurveMatching() {
@@ -447,7 +496,46 @@ QImage SemilogScreen::printedPage() {
         redrawLinear();
         redrawBilinear();
     }
+    m_pageInfo->setText(pageSourceText(m_ctx.state.TestFileName, QDate::currentDate()));
     return formPage(*this, m_toolbar, m_heading);
+}
+
+void SemilogScreen::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) {
+        QMainWindow::keyPressEvent(event);
+        return;
+    }
+    guarded([&] { cancelPicks(); });
+    event->accept();
+}
+
+void SemilogScreen::cancelPicks() {
+    for (auto [line, surface] : {std::pair{&m_semiLine, m_semi}, std::pair{&m_linearLine, m_sqr},
+                                 std::pair{&m_bilinearLine, m_qtr}}) {
+        if (line->clickState == 1) {
+            cancelLine(*line);
+            surface->dropTransient(); // the rubber band goes with the line
+        }
+    }
+    m_intervalStart.reset();
+    for (QLabel* h : {m_lineHint, m_storageHint, m_linearHint, m_bilinearHint})
+        h->hide();
+    for (QComboBox* list : {m_semipk, m_storpk, m_sqrpk, m_qtrpk})
+        list->setCurrentIndex(-1);
+}
+
+void SemilogScreen::connectReadouts() {
+    const AnalysisState& s = m_ctx.state;
+    m_semi->setReadout(
+        [this, &s](double x, double y) { return semilogReadout(s, m_semiScales, x, y); });
+    m_stor->setReadout([&s](double x, double y) { return storageReadout(s, x, y); });
+    m_sqr->setReadout(
+        [this, &s](double x, double y) { return flowReadout(s, m_linearFrame, x, y); });
+    m_qtr->setReadout(
+        [this, &s](double x, double y) { return flowReadout(s, m_bilinearFrame, x, y); });
+    for (PlotSurface* p : {m_semi, m_stor, m_sqr, m_qtr})
+        connect(p, &PlotSurface::readoutChanged, statusBar(),
+                [this](const QString& text) { statusBar()->showMessage(text); });
 }
 
 } // namespace zorvekan

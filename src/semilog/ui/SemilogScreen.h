@@ -12,8 +12,10 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class QComboBox;
+class QKeyEvent;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
@@ -40,6 +42,9 @@ public:
     // picks and results cleared, flow plots hidden.
     void beforeShow() override;
 
+    // Escape gives up a line whose first end is placed and any pick under way.
+    void cancelPicks();
+
     // Toolbar buttons and menu entries by key: "Return", "Print", "Export", "Exit".
     void runCommand(const QString& key);
 
@@ -55,6 +60,9 @@ public:
     double linearSlope() const { return m_inputs.linearSlope; }
     double linearIntercept() const { return m_inputs.linearIntercept; }
     double bilinearSlope() const { return m_inputs.bilinearSlope; }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     // A green or red mark drawn on a plot, kept so that it can be erased.
@@ -93,13 +101,16 @@ private:
     void bilinearMouseDown(double x, double y);
     void bilinearMouseMove(double x, double y);
 
+    void connectReadouts();
     void completeSemilogLine();
+    void drawSemilogLine();
+    void eraseSemilogLine();
     void pickTransient(double x, double y);
     void pickFlowInterval(double x, double y, bool linear);
     void replaceMark(PlotSurface& surface, std::optional<Mark>& mark, double x, double y,
                      const std::string& label);
     void computeResults();
-    void appendResult(const std::string& line);
+    void showResults();
 
     ScreenContext& m_ctx;
     PlotSurface *m_semi = nullptr, *m_stor = nullptr, *m_sqr = nullptr, *m_qtr = nullptr;
@@ -110,7 +121,8 @@ private:
               *m_qtrpk = nullptr;
     QLineEdit* m_spin = nullptr;
     QLabel *m_lineHint = nullptr, *m_title = nullptr, *m_storageHint = nullptr,
-           *m_heading = nullptr;
+           *m_linearHint = nullptr, *m_bilinearHint = nullptr, *m_pageInfo = nullptr;
+    QWidget* m_heading = nullptr; // the printed heading: Label5 and the page's source line
     QPushButton *m_matching = nullptr, *m_expand = nullptr;
     QPlainTextEdit* m_results = nullptr;
     QToolBar* m_toolbar = nullptr;
@@ -126,6 +138,13 @@ private:
     std::optional<Mark> m_transientMark, m_storageEndMark, m_transientStartMark, m_linearEndMark,
         m_oneCycleMark, m_bilinearEndMark;
     bool m_transientMarkFromActivation = false;
+
+    // The results area: the semilog line's results, then the storage coefficient of
+    // the latest unit-slope pick, then the radius of the latest end-of-transient pick.
+    std::vector<std::string> m_lineResults;
+    std::optional<std::string> m_storageResult, m_radiusResult;
+    std::optional<ValidityMarks> m_validity; // of the line shown
+    std::optional<StraightLine> m_shownLine; // the semilog line drawn on the plot
 };
 
 } // namespace zorvekan

@@ -30,6 +30,18 @@ bool chosen(const QComboBox* list, const char* item) {
     return !list->isHidden() && list->currentText() == QString::fromUtf8(item);
 }
 
+// Where the semilog straight line is valid: red marks, or near-white to erase them.
+void drawValidityMarks(Canvas& c, const ValidityMarks& marks, bool erase = false) {
+    c.setPenColor(erase ? kNearWhite : kDerivativeRed);
+    c.setPenWidth(1);
+    for (const auto& [x, label] :
+         {std::pair{marks.startX, "start"}, std::pair{marks.endX, "end"}}) {
+        c.line(x, 53, x, 57);
+        c.text(x - 6, 61, label);
+    }
+    c.setPenColor(kBlack);
+}
+
 } // namespace
 
 // ---- semilog plot ----
@@ -52,8 +64,34 @@ void SemilogScreen::semilogMouseMove(double x, double y) {
 
 void SemilogScreen::completeSemilogLine() {
     m_lineHint->hide();
-    drawStraightLine(*m_semi, m_semiLine);
+    eraseSemilogLine();
+    drawSemilogLine();
     computeResults();
+}
+
+// A new line replaces the one shown: drawn over in white with its validity marks, then
+// the axes and points it crossed drawn again.
+void SemilogScreen::eraseSemilogLine() {
+    if (!m_shownLine)
+        return;
+    drawLineAcrossBox(*m_semi, *m_shownLine, kWhite);
+    if (m_validity)
+        drawValidityMarks(*m_semi, *m_validity, true);
+    m_validity.reset();
+    m_shownLine.reset();
+    drawAxes(*m_semi);
+    drawSemilogPoints(*m_semi, m_ctx.state, m_semiScales);
+    m_semi->setPenColor(kBlack);
+}
+
+// The picked line in red across the whole plot, and where it is valid.
+void SemilogScreen::drawSemilogLine() {
+    if (!m_semiLine.complete)
+        return;
+    drawLineAcrossBox(*m_semi, m_semiLine, kDerivativeRed);
+    m_shownLine = m_semiLine;
+    if (m_validity)
+        drawValidityMarks(*m_semi, *m_validity);
 }
 
 void SemilogScreen::computeResults() {
@@ -62,25 +100,26 @@ void SemilogScreen::computeResults() {
     m_inputs.line = m_semiLine;
     m_inputs.scales = m_semiScales;
     const SemilogResults r = ComputeSemilogResults(m_ctx.state, m_inputs);
-    m_results->clear();
-    for (const std::string& line : r.lines)
-        appendResult(line);
-    if (r.marks) {
-        // Where the semilog straight line is valid.
-        m_semi->setPenColor(kDerivativeRed);
-        m_semi->setPenWidth(1);
-        for (const auto& [x, label] :
-             {std::pair{r.marks->startX, "start"}, std::pair{r.marks->endX, "end"}}) {
-            m_semi->line(x, 53, x, 57);
-            m_semi->text(x - 6, 61, label);
-        }
-        m_semi->setPenColor(kBlack);
-    }
+    m_lineResults = r.lines;
+    m_radiusResult.reset(); // it was worked out from the permeability of the line before
+    showResults();
+    const bool moved = !m_validity || !r.marks || m_validity->startX != r.marks->startX ||
+                       m_validity->endX != r.marks->endX;
+    if (m_validity && moved)
+        drawValidityMarks(*m_semi, *m_validity, true);
+    if (r.marks && moved)
+        drawValidityMarks(*m_semi, *r.marks);
+    m_validity = r.marks;
     m_matching->show();
 }
 
-void SemilogScreen::appendResult(const std::string& line) {
-    m_results->appendPlainText(qs(line));
+void SemilogScreen::showResults() {
+    m_results->clear();
+    for (const std::string& line : m_lineResults)
+        m_results->appendPlainText(qs(line));
+    for (const auto& extra : {m_storageResult, m_radiusResult})
+        if (extra)
+            m_results->appendPlainText(qs(*extra));
 }
 
 void SemilogScreen::pickTransient(double x, double y) {
@@ -101,8 +140,8 @@ void SemilogScreen::pickTransient(double x, double y) {
     drawPickMark(*m_semi, x, y, pick.markLabel);
     m_transientMark = Mark{x, y, pick.markLabel};
     m_transientMarkFromActivation = false;
-    if (pick.radiusLine)
-        appendResult(*pick.radiusLine);
+    m_radiusResult = pick.radiusLine;
+    showResults();
 }
 
 // ---- log-log plot ----
@@ -120,8 +159,10 @@ void SemilogScreen::storageMouseDown(double x, double y) {
     if (chosen(m_storpk, "Unit Slope")) {
         const StorageClick click = storagePointAt(s, x, y);
         s.WellboreStorage = wellboreStorageAt(s, click);
-        appendResult(
-            resultLine("Wellbore Storage =", Format(s.WellboreStorage, "#.####"), " bbl/psi."));
+        // A second pick is a better aim at the same line: it replaces the first.
+        m_storageResult =
+            resultLine("Wellbore Storage =", Format(s.WellboreStorage, "#.####"), " bbl/psi.");
+        showResults();
     } else if (chosen(m_storpk, "End of Storage")) {
         replaceMark(*m_stor, m_storageEndMark, x, y, "<-- Storage");
     } else if (chosen(m_storpk, "Start of Transient")) {
@@ -186,9 +227,9 @@ void SemilogScreen::linearMouseDown(double x, double y) {
         return;
     if (lineMouseDown(m_linearLine, x, y) != LineClick::Completed)
         return;
-    m_lineHint->hide();
+    m_linearHint->hide();
     m_sqrpk->hide();
-    drawStraightLine(*m_sqr, m_linearLine);
+    drawLineAcrossBox(*m_sqr, m_linearLine, kDerivativeRed);
     std::tie(m_inputs.linearSlope, m_inputs.linearIntercept) =
         flowLineResult(m_linearLine, m_linearFrame);
     computeResults();
@@ -206,9 +247,9 @@ void SemilogScreen::bilinearMouseDown(double x, double y) {
         return;
     if (lineMouseDown(m_bilinearLine, x, y) != LineClick::Completed)
         return;
-    m_lineHint->hide();
+    m_bilinearHint->hide();
     m_qtrpk->hide();
-    drawStraightLine(*m_qtr, m_bilinearLine);
+    drawLineAcrossBox(*m_qtr, m_bilinearLine, kDerivativeRed);
     m_inputs.bilinearSlope = flowLineResult(m_bilinearLine, m_bilinearFrame).first;
     computeResults();
 }

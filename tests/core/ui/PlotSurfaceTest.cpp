@@ -8,6 +8,8 @@
 
 namespace zorvekan::testing {
 
+using namespace Qt::StringLiterals;
+
 class PlotSurfaceTest : public QObject {
     Q_OBJECT
 
@@ -100,6 +102,28 @@ private Q_SLOTS:
         QCOMPARE(down.first().at(0).value<Qt::MouseButton>(), Qt::LeftButton);
         QCOMPARE(down.first().at(1).toDouble(), 25.0);
         QCOMPARE(down.first().at(2).toDouble(), 25.0);
+    }
+
+    // Labels are kept whole inside the surface (a "100000" at the right edge must not
+    // read "10000"), a tick label that would cover another or whose tick is off the
+    // surface is left out, and an axis title stands turned, taller than wide.
+    void labelsStayWholeAndApart() {
+        PlotSurface s;
+        frame(s);
+        s.tickLabel(95, 50, "100000");
+        s.tickLabel(96, 50, "99999");  // covers the first
+        s.tickLabel(150, 50, "1E+06"); // tick beyond the right edge
+        s.text(96, 45, "Transient -->");
+        s.verticalText(2, 50, "Pressure psi");
+        const QRectF area(QPointF(0, 0), QSizeF(s.size()));
+        QStringList painted;
+        for (const auto& t : s.paintedTexts()) {
+            painted << t.text;
+            QVERIFY2(area.contains(t.box), qPrintable(t.text));
+            if (t.text == u"Pressure psi"_s)
+                QVERIFY(t.box.height() > 3 * t.box.width());
+        }
+        QCOMPARE(painted, (QStringList{u"100000"_s, u"Transient -->"_s, u"Pressure psi"_s}));
     }
 
     // A plot picture can go into a report as SVG or PNG; other extensions are refused.
