@@ -19,15 +19,6 @@ constexpr double kPssConstant = 0.0418; // bbl/day per (psi/hr * 1/psi), of Vp =
 constexpr double kBarrelCubicFeet = 5.615; // ft^3 per bbl
 constexpr double kPi = 3.141593;
 
-void drawYTitle(Canvas& c, const AnalysisState& s) {
-    if (usesPseudopressure(s)) {
-        c.text(-20, 30, "m(p)");
-        c.text(-20, 25, "(1E6)");
-    } else {
-        drawVerticalText(c, kPressureTitle, -18, 46, 2);
-    }
-}
-
 } // namespace
 
 double cartesianOrdinate(const AnalysisState& s, int i) {
@@ -61,15 +52,14 @@ std::string cartesianYTitle(const AnalysisState& s) {
     return usesPseudopressure(s) ? "m(p) (1E6)" : kPressureTitle;
 }
 
-CartesianScales DrawCartesianPlot(Canvas& c, AnalysisState& s, YTitle title) {
+CartesianScales DrawCartesianPlot(Canvas& c, AnalysisState& s) {
     const CartesianScales scales = cartesianScales(s);
     beginPlot(c, kCartesianWindow, "Cartesian Plot");
     drawAxes(c);
     drawLinearXTicks(c, 0, scales.tmax, scales.xs);
     drawLinearYTicks(c, s.PlotPressureMin, s.PlotPressureMax, scales.ys, -14);
     c.text(50, -5, "Time, hrs.");
-    if (title == YTitle::Stacked)
-        drawYTitle(c, s);
+    drawYAxisTitle(c, cartesianYTitle(s), -18);
     drawCartesianPoints(c, s, scales);
     c.setPenColor(kBlack);
     c.setPenWidth(1);

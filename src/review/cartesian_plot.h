@@ -29,17 +29,14 @@ double cartesianOrdinate(const AnalysisState& s, int i);
 // extremes (one point, or every pressure the same) are division-by-zero faults.
 CartesianScales cartesianScales(AnalysisState& s);
 
-// How the ordinate title is written: one character a line at x = -18 (or "m(p)" over
-// "(1E6)" at x = -20), or left to the surface, which writes it turned upright.
-enum class YTitle { Stacked, LeftToSurface };
-
 // The ordinate title as one line ("Pressure psi", or "m(p) (1E6)").
 std::string cartesianYTitle(const AnalysisState& s);
 
 // "Cartesian Plot" on cart (window -20, 70, 130, -80): ranges and scales, title at
 // (20, 70), axes, time ticks from 0 and ordinate ticks by the power-of-ten rule (labels
-// at x = -14), the points in blue, "Time, hrs." at (50, -5) and the ordinate title.
-CartesianScales DrawCartesianPlot(Canvas& c, AnalysisState& s, YTitle title = YTitle::Stacked);
+// at x = -14), the points in blue, "Time, hrs." at (50, -5) and the ordinate title
+// turned upright at x = -18.
+CartesianScales DrawCartesianPlot(Canvas& c, AnalysisState& s);
 
 // The points alone in blue (after a rubber band wipes some).
 void drawCartesianPoints(Canvas& c, const AnalysisState& s, const CartesianScales& scales);

@@ -115,7 +115,7 @@ TEST(CartesianPlot, FramePointsAndPicks) {
         EXPECT_NEAR(c.dots.back().x, 100, 1e-9); // the last point, the lowest
         EXPECT_NEAR(c.dots.back().y, 0, 1e-9);
         EXPECT_NEAR(c.dots.front().y, 60, 1e-9);
-        EXPECT_NE(c.findText(gas ? "(1E6)" : "P"), nullptr);
+        EXPECT_NE(c.findText(gas ? "m(p) (1E6)" : "Pressure psi"), nullptr);
         const double y10 = sc.ys * (cartesianOrdinate(s, 10) - s.PlotPressureMin);
         markEndOfTransient(c, s, sc, sc.xs * 10, y10);
         EXPECT_DOUBLE_EQ(s.EndOfTransientTime, 10);

@@ -12,7 +12,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
@@ -35,36 +34,6 @@ QLabel* hint(const char* name, const QString& text, QWidget* parent) {
     label->hide();
     return label;
 }
-
-// The Cartesian plot surface, which writes the ordinate title turned upright in the left
-// margin (centred on the axis box) over what the drawing code drew.
-class CartesianSurface final : public PlotSurface {
-public:
-    using PlotSurface::PlotSurface;
-    void setYTitle(const QString& title) {
-        m_yTitle = title;
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent* event) override {
-        PlotSurface::paintEvent(event);
-        if (m_yTitle.isEmpty())
-            return;
-        QPainter painter(this);
-        painter.setFont(font());
-        painter.setPen(Qt::black);
-        const QPointF centre = toDevice(-18, kAxisHeight / 2);
-        painter.translate(centre);
-        painter.rotate(-90);
-        const QFontMetricsF fm(font());
-        const double w = fm.horizontalAdvance(m_yTitle);
-        painter.drawText(QPointF(-w / 2, fm.ascent() / 2), m_yTitle);
-    }
-
-private:
-    QString m_yTitle;
-};
 
 } // namespace
 
@@ -96,7 +65,7 @@ QWidget* TestDataScreen::buildPlotPanel() {
     auto* panel = new QWidget(centralWidget());
     auto* layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_cart = new CartesianSurface(panel);
+    m_cart = new PlotSurface(panel);
     m_cart->setObjectName(QStringLiteral("cart"));
     m_cart->setMinimumSize(520, 360);
     m_carto = new QComboBox(panel);
@@ -201,16 +170,13 @@ void TestDataScreen::DrawCartesianPlot() {
     // be corrected in them.
     for (DataGrid g : {DataGrid::TestPoints, DataGrid::Rates, DataGrid::PhaseRates})
         fillGrid(g, GridFill::Full);
-    auto* surface = static_cast<CartesianSurface*>(m_cart);
     m_plotted = false;
     try {
-        m_scales = zorvekan::DrawCartesianPlot(*m_cart, m_ctx.state, YTitle::LeftToSurface);
+        m_scales = zorvekan::DrawCartesianPlot(*m_cart, m_ctx.state);
     } catch (...) {
         m_cart->clear();
-        surface->setYTitle({});
         throw;
     }
-    surface->setYTitle(qs(cartesianYTitle(m_ctx.state)));
     m_plotted = true;
 }
 
