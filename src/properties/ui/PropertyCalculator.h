@@ -17,7 +17,8 @@ struct ScreenContext;
 // mox: the property calculator. The engineer types the gas gravity, pressure and
 // temperature, chooses correlations on Corch, and "Calculate PVT Properties" shows the
 // gas z-factor, FVF, compressibility, viscosity and density. A z-factor failure is
-// written into the message box Text1 and ends the program.
+// written into the message box Text1, shown in a message box, and ends the program
+// once the unsaved test is kept.
 class PropertyCalculator : public QWidget, public ShownHook {
     Q_OBJECT
 
@@ -28,6 +29,11 @@ public:
 
     void calculate();          // Command1 "Calculate PVT Properties"
     void selectCorrelations(); // Command2 "Select Correlations"
+
+Q_SIGNALS:
+    // A calculation ran: it may have changed properties the analyses use (the
+    // z-factor routine keeps its B in OilFvf).
+    void propertiesCalculated();
 
 public Q_SLOTS:
     // A choice made on Corch, shown in the "Correlation Selected" column.
