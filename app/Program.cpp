@@ -3,6 +3,7 @@
 
 #include "app/SplashScreen.h"
 #include "core/ui/PrintService.h"
+#include "input/fault_cause.h"
 #include "input/ui/DataEntryScreen.h"
 #include "input/ui/ImportNotice.h"
 #include "input/ui/InputScreen.h"
@@ -12,6 +13,9 @@
 #include "semilog/ui/SemilogScreen.h"
 #include "skin/ui/SkinScreen.h"
 
+#include <QDir>
+#include <QStandardPaths>
+
 #include <utility>
 
 namespace zorvekan {
@@ -19,15 +23,38 @@ namespace zorvekan {
 Program::Program(AnalysisState& state, MessageService& messages, FileDialogService& files,
                  PrintService& printer, ScreenRegistry::EndProgram endProgram)
     : m_guard(messages), m_screens(std::move(endProgram)), m_context{state,    m_screens, m_guard,
-                                                                     messages, files,     printer} {
+                                                                     messages, files,     printer},
+      m_places{QStandardPaths::writableLocation(QStandardPaths::AppDataLocation), QString()} {
+    // A fault is explained from the test's inputs where the data are prepared (the
+    // input screen's analysis list) or analysed; elsewhere (entry, calculator) those
+    // inputs are not what failed.
+    m_guard.setFaultText([&state](const RuntimeError& e, const QWidget* window) {
+        static const QStringList analysing = {QStringLiteral("inpsho"), QStringLiteral("kv1"),
+                                              QStringLiteral("kv2")};
+        const QString name = window ? window->objectName() : QString();
+        if (name == QStringLiteral("inp"))
+            return faultMessage(state, e, FaultStage::Preparation);
+        if (analysing.contains(name))
+            return faultMessage(state, e, FaultStage::Analysis);
+        return std::string(e.what());
+    });
+    m_guard.setLastResort([this] { m_screens.keepWork(); });
+    m_screens.setKeepWork([this] {
+        auto* input = qobject_cast<InputScreen*>(m_screens.existing(QStringLiteral("inp")));
+        return input ? input->keepWork() : KeptWork{};
+    });
     registerScreens();
+}
+
+void Program::useWorkFolder(const QString& folder) {
+    m_places = {folder, QDir(folder).filePath(QStringLiteral("settings.ini"))};
 }
 
 void Program::registerScreens() {
     ScreenRegistry& r = m_screens;
     ScreenContext& c = m_context;
     r.add(QStringLiteral("Form1"), [&c] { return new SplashScreen(c); });
-    r.add(QStringLiteral("inp"), [&c] { return new InputScreen(c); });
+    r.add(QStringLiteral("inp"), [this, &c] { return new InputScreen(c, m_places); });
     r.add(QStringLiteral("Datin"), [&c, &r] {
         auto* entry = new DataEntryScreen(c);
         auto* input = qobject_cast<InputScreen*>(r.window(QStringLiteral("inp")));
@@ -43,6 +70,8 @@ void Program::registerScreens() {
         auto* input = qobject_cast<InputScreen*>(r.window(QStringLiteral("inp")));
         QObject::connect(calculator, &PropertyCalculator::propertyCopied, input,
                          &InputScreen::setPropertyText);
+        QObject::connect(calculator, &PropertyCalculator::propertiesCalculated, input,
+                         &InputScreen::showCalculatedProperties);
         return calculator;
     });
     r.add(QStringLiteral("Corch"), [&c, &r] {

@@ -6,6 +6,7 @@
 #include "core/ui/EventGuard.h"
 #include "core/ui/ScreenContext.h"
 #include "core/ui/ScreenRegistry.h"
+#include "input/ui/TestFileSession.h"
 
 #include <QString>
 
@@ -27,8 +28,16 @@ public:
     ScreenRegistry& screens() { return m_screens; }
     ScreenContext& context() { return m_context; }
 
+    // Where the recovery file and the settings are kept: by default the user's
+    // application-data folder and the program's Qt settings. Set before the input
+    // screen is first used (tests keep both in a folder of their own).
+    void useWorkFolder(const QString& folder);
+
     // Shows the start-up screen Form1; its timer opens the input screen.
     void start();
+
+    // Keeps the unsaved test in the recovery file, as before any end of the program.
+    KeptWork keepWork() noexcept { return m_screens.keepWork(); }
 
     // Opens a test file named on the command line. Returns an error text, empty when
     // the file was opened.
@@ -44,6 +53,7 @@ private:
     EventGuard m_guard;
     ScreenRegistry m_screens;
     ScreenContext m_context;
+    WorkPlaces m_places;
 };
 
 } // namespace zorvekan

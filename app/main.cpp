@@ -10,11 +10,15 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <string>
 #include <vector>
 
 namespace {
+
+zorvekan::Program* g_program = nullptr; // for the last words of a fatal error
 
 // Batch export draws pages without a window, also where there is no display at all.
 void useOffscreenPlatformForExport(int argc, char** argv) {
@@ -28,6 +32,27 @@ void printError(const QString& text) {
     std::fprintf(stderr, "zorvekan: %s\n", text.toLocal8Bit().constData());
 }
 
+// A fault no handler caught ends the program: the unsaved test is kept first.
+[[noreturn]] void keepWorkAndEnd() {
+    static bool ending = false;
+    if (!ending) {
+        ending = true;
+        std::string what = "an unexpected error";
+        try {
+            if (const std::exception_ptr e = std::current_exception())
+                std::rethrow_exception(e);
+        } catch (const std::exception& e) {
+            what = e.what();
+        } catch (...) {
+        }
+        std::fprintf(stderr, "zorvekan: %s ended the program.\n", what.c_str());
+        if (g_program)
+            std::fprintf(stderr, "zorvekan: %s\n",
+                         g_program->keepWork().text.toLocal8Bit().constData());
+    }
+    std::abort();
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -35,6 +60,7 @@ int main(int argc, char** argv) {
     useOffscreenPlatformForExport(argc, argv);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zorvekan"));
+    QApplication::setOrganizationName(QStringLiteral("Zorvekan"));
     QApplication::setQuitOnLastWindowClosed(false);
 
     std::vector<std::string> args;
@@ -54,6 +80,11 @@ int main(int argc, char** argv) {
     PlatformFileDialogService files;
     PrinterPrintService printer;
     Program program(state, messages, files, printer, [](int code) { QApplication::exit(code); });
+    g_program = &program;
+    struct Forget {
+        ~Forget() { g_program = nullptr; }
+    } forget;
+    std::set_terminate(keepWorkAndEnd);
 
     if (options.file) {
         if (const QString error = program.openStartupFile(QString::fromStdString(*options.file));

@@ -15,11 +15,24 @@ std::string show(double x) {
     std::snprintf(buf, sizeof buf, "%.6g", x);
     return buf;
 }
+
+// "logarithm of 0", "square root of a negative number": the argument in words, since
+// its value is an intermediate the engineer never typed.
+std::string outsideDomain(const char* operation, double x) {
+    std::string text = operation;
+    if (x == 0.0)
+        text += kZeroArgument;
+    else if (x < 0.0)
+        text += kNegativeArgument;
+    else
+        text += " of " + show(x);
+    return text;
+}
 } // namespace
 
 double Log10(double x) {
     if (!(x > 0.0))
-        throw RuntimeError(Fault::InvalidArgument, "logarithm of " + show(x));
+        throw RuntimeError(Fault::InvalidArgument, outsideDomain("logarithm", x));
     return finite(std::log(x) / std::log(10.0), "logarithm");
 }
 
@@ -31,13 +44,13 @@ double divide(double a, double b) {
 
 double squareRoot(double x) {
     if (!(x >= 0.0))
-        throw RuntimeError(Fault::InvalidArgument, "square root of " + show(x));
+        throw RuntimeError(Fault::InvalidArgument, outsideDomain("square root", x));
     return std::sqrt(x);
 }
 
 double naturalLog(double x) {
     if (!(x > 0.0))
-        throw RuntimeError(Fault::InvalidArgument, "logarithm of " + show(x));
+        throw RuntimeError(Fault::InvalidArgument, outsideDomain("logarithm", x));
     return std::log(x);
 }
 

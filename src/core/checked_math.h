@@ -2,8 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace zorvekan {
+
+// How a domain fault names its argument: "logarithm of 0", "logarithm of a negative
+// number", "square root of a negative number".
+inline constexpr std::string_view kZeroArgument = " of 0";
+inline constexpr std::string_view kNegativeArgument = " of a negative number";
 
 // Base-10 logarithm as the analyses compute it everywhere: ln(x) / ln(10).
 // A non-positive argument is a run-time fault (no logarithm of zero).

@@ -2,6 +2,7 @@
 #include "core/val.h"
 
 #include "core/checked_math.h"
+#include "core/runtime_error.h"
 
 #include <cctype>
 #include <cstdlib>
@@ -24,8 +25,9 @@ std::string withoutBlanks(std::string_view text) {
     return s;
 }
 
-double radixValue(const std::string& s, std::size_t pos, int radix) {
+double radixValue(const std::string& s, int radix, std::size_t& used) {
     double v = 0.0;
+    std::size_t pos = 2;
     for (; pos < s.size(); ++pos) {
         const char c = static_cast<char>(std::tolower(static_cast<unsigned char>(s[pos])));
         int digit = -1;
@@ -37,19 +39,18 @@ double radixValue(const std::string& s, std::size_t pos, int radix) {
             break;
         v = v * radix + digit;
     }
+    used = pos;
     return finite(v, "number");
 }
 
-} // namespace
-
-double Val(std::string_view text) {
-    const std::string s = withoutBlanks(text);
+// Reads the leading number of `s` (blanks already removed); `used` is how many
+// characters it took.
+double leadingNumber(const std::string& s, std::size_t& used) {
+    used = 0;
     if (s.size() >= 2 && s[0] == '&') {
         const char k = static_cast<char>(std::tolower(static_cast<unsigned char>(s[1])));
-        if (k == 'h')
-            return radixValue(s, 2, 16);
-        if (k == 'o')
-            return radixValue(s, 2, 8);
+        if (k == 'h' || k == 'o')
+            return radixValue(s, k == 'h' ? 16 : 8, used);
     }
 
     // Copy the longest leading part that reads as a number into a C-locale form.
@@ -71,6 +72,7 @@ double Val(std::string_view text) {
     }
     if (!digits)
         return 0.0;
+    used = i;
     if (i < s.size() && (s[i] == 'e' || s[i] == 'E' || s[i] == 'd' || s[i] == 'D')) {
         std::size_t j = i + 1;
         std::string exponent = "e";
@@ -81,10 +83,30 @@ double Val(std::string_view text) {
             exponent.push_back(s[j++]);
             expDigits = true;
         }
-        if (expDigits)
+        if (expDigits) {
             number += exponent;
+            used = j;
+        }
     }
     return finite(std::strtod(number.c_str(), nullptr), "number");
+}
+
+} // namespace
+
+double Val(std::string_view text) {
+    std::size_t used = 0;
+    return leadingNumber(withoutBlanks(text), used);
+}
+
+bool ValTakesWholeText(std::string_view text) {
+    const std::string s = withoutBlanks(text);
+    std::size_t used = 0;
+    try {
+        leadingNumber(s, used);
+    } catch (const RuntimeError&) {
+        return true; // a whole number too large for a double: the overflow says so
+    }
+    return used == s.size();
 }
 
 } // namespace zorvekan

@@ -13,4 +13,9 @@ namespace zorvekan {
 // A number beyond the double range is an overflow fault.
 double Val(std::string_view text);
 
+// True when Val reads the whole text (blanks aside) as its number, so the box holds
+// exactly what it shows; false for "1,3" (read as 1), "12abc" or "abc". A blank
+// text is whole: it is an empty box.
+bool ValTakesWholeText(std::string_view text);
+
 } // namespace zorvekan

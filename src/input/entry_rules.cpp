@@ -7,6 +7,7 @@
 #include "core/val.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zorvekan {
 
@@ -23,7 +24,7 @@ bool waterBesideAnotherPhase(int code) {
     return code == kOilWater || code == kGasWater || code == kOilGasWater;
 }
 
-RowOutcome storeTestRow(AnalysisState& s, const std::array<std::string, 4>& texts) {
+RowOutcome storeTestRow(AnalysisState& s, EntryDraft& d, const std::array<std::string, 4>& texts) {
     RowOutcome out;
     const int n = s.EntryCounter;
     double t = Val(texts[0]);
@@ -40,28 +41,30 @@ RowOutcome storeTestRow(AnalysisState& s, const std::array<std::string, 4>& text
     }
     if (n > kMaxTestPoints || n < 1) {
         out.message = testPointLimitMessage();
+        out.limitReached = true;
         return out;
     }
     if (s.TestTimeUnit == 1)
         t /= 60.0;
-    s.TestTime[n] = t;
-    s.TestPressure[n] = p;
+    d.time[n] = t;
+    d.pressure[n] = p;
     s.EntryCounter = static_cast<std::int16_t>(n + 1);
     out.stored = true;
     return out;
 }
 
-RowOutcome storeRateRow(AnalysisState& s, const std::array<std::string, 4>& texts) {
+RowOutcome storeRateRow(AnalysisState& s, EntryDraft& d, const std::array<std::string, 4>& texts) {
     RowOutcome out;
     const int n = s.EntryCounter;
     if (n > kMaxRates || n < 1) {
         out.message = rateLimitMessage();
+        out.limitReached = true;
         return out;
     }
-    s.Rate[n] = Val(texts[1]);
-    s.GasRate[n] = Val(texts[2]);
-    s.WaterRate[n] = Val(texts[3]);
-    s.RateTime[n] = Val(texts[0]) * (s.RateTimeUnit == 1 ? 24.0 : 1.0);
+    d.rate[n] = Val(texts[1]);
+    d.gasRate[n] = Val(texts[2]);
+    d.waterRate[n] = Val(texts[3]);
+    d.duration[n] = Val(texts[0]) * (s.RateTimeUnit == 1 ? 24.0 : 1.0);
     s.EntryCounter = static_cast<std::int16_t>(n + 1);
     out.stored = true;
     return out;
@@ -100,20 +103,42 @@ std::string rateLimitMessage() {
     return "Maximum of " + Str(kMaxRates) + " Rates Allowed";
 }
 
-RowOutcome storeEntryRow(AnalysisState& s, const std::array<std::string, 4>& texts) {
-    return s.DatinMode == 1 ? storeRateRow(s, texts) : storeTestRow(s, texts);
+RowOutcome storeEntryRow(AnalysisState& s, EntryDraft& draft,
+                         const std::array<std::string, 4>& texts) {
+    return s.DatinMode == 1 ? storeRateRow(s, draft, texts) : storeTestRow(s, draft, texts);
 }
 
-void finishEntry(AnalysisState& s) {
-    const int stored = std::max(0, s.EntryCounter - 1);
-    s.EntryCounter = static_cast<std::int16_t>(stored);
+namespace {
+
+void commitRows(AnalysisState& s, const EntryDraft& d, int stored) {
     if (s.DatinMode == 1) {
+        for (int j = 1; j <= stored; ++j) {
+            s.RateTime[j] = d.duration[j];
+            s.Rate[j] = d.rate[j];
+            s.GasRate[j] = d.gasRate[j];
+            s.WaterRate[j] = d.waterRate[j];
+        }
         s.RateCount = static_cast<std::int16_t>(stored);
         deriveFlowRateAndProducingTime(s);
     } else {
+        for (int i = 1; i <= stored; ++i) {
+            s.TestTime[i] = d.time[i];
+            s.TestPressure[i] = d.pressure[i];
+        }
         s.TestPointCount = static_cast<std::int16_t>(stored);
     }
-    s.DerivativeSpan = 0.2;
+}
+
+} // namespace
+
+void finishEntry(AnalysisState& s, const EntryDraft& d) {
+    const int stored = std::max(0, s.EntryCounter - 1);
+    // All or nothing: a history that gives no producing time leaves the test as it was.
+    AnalysisState entered = s;
+    entered.EntryCounter = static_cast<std::int16_t>(stored);
+    commitRows(entered, d, stored);
+    entered.DerivativeSpan = 0.2;
+    s = std::move(entered);
 }
 
 void deriveFlowRateAndProducingTime(AnalysisState& s) {

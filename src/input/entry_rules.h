@@ -30,23 +30,34 @@ EntryLayout entryLayout(const AnalysisState& s);
 std::string testPointLimitMessage();
 std::string rateLimitMessage();
 
+// The rows typed on the entry screen, kept apart from the rate history and the test
+// points until entry is finished, so an abandoned entry changes neither.
+struct EntryDraft {
+    PointArray time, pressure;                    // test points: hours, psia
+    RateArray duration, rate, gasRate, waterRate; // rates: hours, per day
+};
+
 struct RowOutcome {
     bool stored = false;
+    bool limitReached = false;                    // the message is the row limit's
     std::optional<std::string> message;           // a limit or input message to show
     std::optional<std::string> startPressureText; // set when a time-0 row gave the start pressure
 };
 
-// Stores one typed row at EntryCounter and advances it.
+// Stores one typed row into the draft at EntryCounter and advances it.
 // Test points: time (minutes are turned into hours) and pressure; a row at time 0 is the
 // start of the test and sets StartPressure instead (not counted); a negative time is
 // refused. Rates: duration (days are turned into hours) and the rates of conv2..conv4.
 // Beyond 500 points or 25 rates the limit message is returned and nothing is stored.
-RowOutcome storeEntryRow(AnalysisState& s, const std::array<std::string, 4>& texts);
+RowOutcome storeEntryRow(AnalysisState& s, EntryDraft& draft,
+                         const std::array<std::string, 4>& texts);
 
-// Finishing entry: the stored rows become TestPointCount or RateCount; for rates the
-// flow rate and producing time are derived (deriveFlowRateAndProducingTime);
-// DerivativeSpan returns to 0.2.
-void finishEntry(AnalysisState& s);
+// Finishing entry: the draft's stored rows are written to the test points or the rate
+// history (rows beyond them keep their old values) and become TestPointCount or
+// RateCount; for rates the flow rate and producing time are derived
+// (deriveFlowRateAndProducingTime); DerivativeSpan returns to 0.2. A fault (a rate
+// history with no producing time) leaves `s` as it was.
+void finishEntry(AnalysisState& s, const EntryDraft& draft);
 
 // FlowRate q = the last rate of the history (of a shut-in test, the last non-zero one:
 // a zero-rate step at the end is the shut-in itself, and the steps before it are the

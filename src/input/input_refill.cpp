@@ -3,6 +3,8 @@
 
 #include "core/display_mask.h"
 
+#include <cstdio>
+
 namespace zorvekan {
 
 namespace {
@@ -40,12 +42,34 @@ std::vector<PropertyBox> fileCarriedBoxes(int fluidCode) {
     return boxes;
 }
 
-InputRefill refillInputScreen(AnalysisState& s) {
+namespace {
+
+InputRefill choicesOf(const AnalysisState& s) {
     InputRefill r;
     r.title = s.TestTitle;
     r.testType = testTypeItem(s);
     r.rateTimeUnit = kRateTimeUnits[s.RateTimeUnit == 1 ? 1 : 0];
     r.testTimeUnit = kTestTimeUnits[s.TestTimeUnit == 1 ? 0 : 1];
+    return r;
+}
+
+} // namespace
+
+InputRefill refillExactly(const AnalysisState& s) {
+    InputRefill r = choicesOf(s);
+    for (const PropertyBox box : fileCarriedBoxes(s.FluidFlags)) {
+        const double value = typedValue(s, box);
+        char text[40] = "";
+        if (value != 0)
+            std::snprintf(text, sizeof text, "%.15g", value);
+        r.boxes.push_back({box, text});
+    }
+    setFluidChecks(s, r);
+    return r;
+}
+
+InputRefill refillInputScreen(AnalysisState& s) {
+    InputRefill r = choicesOf(s);
     for (const PropertyBox box : fileCarriedBoxes(s.FluidFlags)) {
         std::string text = Format(typedValue(s, box), propertyBox(box).refillMask);
         if (applyPropertyText(s, box, text))

@@ -42,4 +42,9 @@ std::vector<PropertyBox> fileCarriedBoxes(int fluidCode);
 // the texts and list choices for the screen.
 InputRefill refillInputScreen(AnalysisState& s);
 
+// The input screen showing the state exactly as it stands, as after a recovery:
+// each box the file carries shows its typed value to 15 significant digits (empty
+// for 0) and no change rule runs, so nothing in the state is rounded to a mask.
+InputRefill refillExactly(const AnalysisState& s);
+
 } // namespace zorvekan

@@ -15,8 +15,9 @@ AnalysisState entering(int mode) {
     return s;
 }
 
-void row(AnalysisState& s, const char* a, const char* b, const char* c = " ", const char* d = " ") {
-    storeEntryRow(s, {a, b, c, d});
+void row(AnalysisState& s, EntryDraft& draft, const char* a, const char* b, const char* c = " ",
+         const char* d = " ") {
+    storeEntryRow(s, draft, {a, b, c, d});
 }
 
 // With free gas and water beside the oil, every phase's reservoir volume counts and
@@ -28,9 +29,10 @@ TEST(FinishRates, MultiphaseReservoirVolumes) {
     s.GasFvf = 0.8;
     s.WaterFvf = 1.0;
     s.SolutionGor = 0.5;
-    row(s, "10", "100", "30", "20"); // free gas 30 - 50 < 0: none
-    row(s, "20", "100", "80", "10"); // free gas 30 MCF/day
-    finishEntry(s);
+    EntryDraft draft;
+    row(s, draft, "10", "100", "30", "20"); // free gas 30 - 50 < 0: none
+    row(s, draft, "20", "100", "80", "10"); // free gas 30 MCF/day
+    finishEntry(s, draft);
     const double volume =
         (10 * 1.2 * 100 + 10 * 1.0 * 20) + (20 * 1.2 * 100 + 20 * 0.8 * 30 + 20 * 1.0 * 10);
     const double lastRate = 1.2 * 100 + 1.0 * 10 + 0.8 * 30;

@@ -67,12 +67,13 @@ AnalysisState typed(const TypedTest& t) {
     for (const int mode : {1, 0}) {
         s.DatinMode = static_cast<std::int16_t>(mode);
         s.EntryCounter = 1;
+        EntryDraft draft;
         for (const std::string& row : split(mode == 1 ? t.rates : t.points, ';')) {
             std::array<std::string, 4> cells = {" ", " ", " ", " "};
             std::ranges::copy(split(row, ','), cells.begin());
-            storeEntryRow(s, cells);
+            storeEntryRow(s, draft, cells);
         }
-        finishEntry(s);
+        finishEntry(s, draft);
     }
     typeBoxes(true);
     deriveFlowRateAndProducingTime(s);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMessageBox>
+#include <QPushButton>
 #include <QString>
 #include <QWidget>
 
@@ -11,10 +12,13 @@ namespace zorvekan {
 // message instead of blocking on a modal window.
 class MessageService {
 public:
-    enum class Kind { Information, Warning, Critical };
+    enum class Kind { Information, Warning, Critical, Question };
 
     virtual ~MessageService() = default;
     virtual void show(QWidget* parent, Kind kind, const QString& title, const QString& text) = 0;
+    // A question with two answers, the first one the default; true when it is chosen.
+    virtual bool ask(QWidget* parent, const QString& title, const QString& text,
+                     const QString& first, const QString& second) = 0;
 };
 
 // The real message boxes.
@@ -23,10 +27,21 @@ public:
     void show(QWidget* parent, Kind kind, const QString& title, const QString& text) override {
         const QMessageBox::Icon icon = kind == Kind::Information ? QMessageBox::Information
                                        : kind == Kind::Warning   ? QMessageBox::Warning
+                                       : kind == Kind::Question  ? QMessageBox::Question
                                                                  : QMessageBox::Critical;
         QMessageBox box(icon, title, text, QMessageBox::Ok, parent);
         box.setTextFormat(Qt::PlainText);
         box.exec();
+    }
+    bool ask(QWidget* parent, const QString& title, const QString& text, const QString& first,
+             const QString& second) override {
+        QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+        box.setTextFormat(Qt::PlainText);
+        QPushButton* yes = box.addButton(first, QMessageBox::AcceptRole);
+        box.addButton(second, QMessageBox::RejectRole);
+        box.setDefaultButton(yes);
+        box.exec();
+        return box.clickedButton() == yes;
     }
 };
 

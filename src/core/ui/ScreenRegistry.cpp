@@ -79,10 +79,19 @@ bool ScreenRegistry::show(const QString& name) {
     return true;
 }
 
+KeptWork ScreenRegistry::keepWork() noexcept {
+    try {
+        return m_keepWork ? m_keepWork() : KeptWork{};
+    } catch (...) {
+        return {true, QStringLiteral("The unsaved test could not be kept.")};
+    }
+}
+
 void ScreenRegistry::exitProgram() {
     if (m_exiting)
         return;
     m_exiting = true;
+    keepWork();
     QStringList order = exitOrder();
     for (const auto& [name, e] : m_entries)
         if (!order.contains(name))

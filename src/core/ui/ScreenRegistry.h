@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <map>
+#include <utility>
 
 namespace zorvekan {
 
@@ -19,6 +20,12 @@ public:
     virtual void beforeShow() = 0;
 };
 
+// What became of the engineer's work as the program ends.
+struct KeptWork {
+    bool failed = false;
+    QString text; // a sentence for the engineer: kept, nothing to keep, or why not
+};
+
 // Owns the windows of the program: each is a single instance, created on first use
 // and kept while hidden. Screens that arrive later are announced by their title until
 // their factory is added.
@@ -26,6 +33,7 @@ class ScreenRegistry {
 public:
     using Factory = std::function<QWidget*()>;
     using EndProgram = std::function<void(int exitCode)>;
+    using KeepWork = std::function<KeptWork()>;
 
     // The order in which Exit closes the screens; the start-up and input screens last.
     static const QStringList& exitOrder();
@@ -49,8 +57,12 @@ public:
     // Shows the screen non-modally in front; false when it is not available yet.
     bool show(const QString& name);
 
-    // Exit: closes every screen in exitOrder, then the rest, then ends the program.
-    // No save prompt. A second call while closing does nothing.
+    // Keeps the engineer's work before the program ends (the recovery file).
+    void setKeepWork(KeepWork keepWork) { m_keepWork = std::move(keepWork); }
+    KeptWork keepWork() noexcept;
+
+    // Exit: keeps the work, closes every screen in exitOrder, then the rest, then ends
+    // the program. No save prompt. A second call while closing does nothing.
     void exitProgram();
     bool exiting() const { return m_exiting; }
 
@@ -67,6 +79,7 @@ private:
 
     std::map<QString, Entry> m_entries;
     EndProgram m_end;
+    KeepWork m_keepWork;
     int m_created = 0;
     bool m_exiting = false;
 };

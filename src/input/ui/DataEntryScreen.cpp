@@ -2,6 +2,7 @@
 #include "input/ui/DataEntryScreen.h"
 
 #include "core/ui/EventGuard.h"
+#include "core/ui/LenientReading.h"
 #include "core/ui/MessageService.h"
 #include "core/ui/ScreenContext.h"
 #include "core/version.h"
@@ -49,6 +50,7 @@ DataEntryScreen::DataEntryScreen(ScreenContext& context, QWidget* parent)
         m_boxes[i] = new QLineEdit(this);
         m_boxes[i]->setObjectName(QString::fromUtf8(boxNames[i]));
         m_boxes[i]->setMinimumWidth(110);
+        showLenientReading(m_boxes[i]);
         m_labels[i]->setBuddy(m_boxes[i]);
         grid->addWidget(m_labels[i], i, 0);
         grid->addWidget(m_boxes[i], i, 1);
@@ -89,6 +91,7 @@ void DataEntryScreen::beforeShow() {
             m_boxes[i]->setVisible(layout.boxes[i].visible);
         }
         m_ctx.state.EntryCounter = 1;
+        m_draft = EntryDraft{};
         clearBoxes();
         m_finish->show();
         showRowNumber();
@@ -104,10 +107,10 @@ void DataEntryScreen::clearBoxes() {
 }
 
 void DataEntryScreen::showRowNumber() {
-    const bool rates = m_ctx.state.DatinMode == 1;
-    m_row->setText(QStringLiteral("Row %1 of at most %2")
-                       .arg(m_ctx.state.EntryCounter)
-                       .arg(rates ? kMaxRates : kMaxTestPoints));
+    const int most = m_ctx.state.DatinMode == 1 ? kMaxRates : kMaxTestPoints;
+    const int row = m_ctx.state.EntryCounter;
+    m_row->setText(row > most ? QStringLiteral("All %1 rows stored; Finish keeps them").arg(most)
+                              : QStringLiteral("Row %1 of at most %2").arg(row).arg(most));
 }
 
 void DataEntryScreen::advanceFrom(int box) {
@@ -126,10 +129,15 @@ void DataEntryScreen::storeRow() {
         std::array<std::string, 4> texts;
         for (int i = 0; i < 4; ++i)
             texts[i] = m_boxes[i]->text().toStdString();
-        const RowOutcome outcome = storeEntryRow(m_ctx.state, texts);
+        const RowOutcome outcome = storeEntryRow(m_ctx.state, m_draft, texts);
         if (outcome.message) {
             m_ctx.messages.show(this, MessageService::Kind::Warning,
                                 QString::fromUtf8(kProgramTitle), qs(*outcome.message));
+            if (outcome.limitReached) {
+                // The refused row goes; the rows already stored can still be finished.
+                clearBoxes();
+                m_finish->show();
+            }
             return;
         }
         if (outcome.startPressureText)
@@ -142,7 +150,7 @@ void DataEntryScreen::storeRow() {
 
 void DataEntryScreen::finish() {
     m_ctx.guard.run(this, [this] {
-        finishEntry(m_ctx.state);
+        finishEntry(m_ctx.state, m_draft);
         Q_EMIT entryFinished();
         hide();
     });

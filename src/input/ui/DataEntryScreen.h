@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/ui/ScreenRegistry.h"
+#include "input/entry_rules.h"
 
 #include <QWidget>
 
@@ -17,8 +18,9 @@ struct ScreenContext;
 
 // Datin: row-by-row entry of the rate history (DatinMode 1) or of the test points.
 // Each time it is opened it lays itself out for the mode and starts again at row 1;
-// "Store Row" keeps a row, "Finish" counts the rows and, for rates, derives the flow
-// rate and producing time.
+// "Store Row" keeps a row aside, "Finish" writes the rows to the rate history or the
+// test points, counts them and, for rates, derives the flow rate and producing time.
+// Closed without Finish, it leaves the history and the points as they were.
 class DataEntryScreen : public QWidget, public ShownHook {
     Q_OBJECT
 
@@ -42,6 +44,7 @@ private:
     void advanceFrom(int box);
 
     ScreenContext& m_ctx;
+    EntryDraft m_draft;
     QLabel* m_heading; // lyrlab
     QLabel* m_row;
     std::array<QLineEdit*, 4> m_boxes{};

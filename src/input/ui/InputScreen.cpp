@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "input/ui/InputScreen.h"
 
+#include "core/display_mask.h"
 #include "core/ui/EventGuard.h"
 #include "core/ui/FileDialogService.h"
+#include "core/ui/LenientReading.h"
 #include "core/ui/MessageService.h"
 #include "core/ui/ScreenContext.h"
 #include "core/ui/ScreenRegistry.h"
+#include "core/val.h"
 #include "core/version.h"
 #include "input/input_refill.h"
 #include "input/ui/ImportNotice.h"
@@ -17,6 +20,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -27,9 +31,12 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QStyle>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <utility>
 
@@ -82,6 +89,9 @@ QListWidget* commandList(const QString& name, QWidget* parent) {
     return list;
 }
 
+// How often, 50 ms apart, the recovery offer waits for the window to be on the screen.
+constexpr int kExposeTries = 20;
+
 void fitListHeight(QListWidget* list) {
     const int rows = std::max(1, list->count());
     list->setFixedHeight(rows * list->sizeHintForRow(0) + 2 * list->frameWidth() + 4);
@@ -91,10 +101,11 @@ void fitListHeight(QListWidget* list) {
 
 template <class Handler> void InputScreen::guarded(Handler&& handler) {
     m_ctx.guard.run(this, std::forward<Handler>(handler));
+    showWhereTheTestStands();
 }
 
-InputScreen::InputScreen(ScreenContext& context, QWidget* parent)
-    : QMainWindow(parent), m_ctx(context), m_files(context, this) {
+InputScreen::InputScreen(ScreenContext& context, WorkPlaces places, QWidget* parent)
+    : QMainWindow(parent), m_ctx(context), m_files(context, this), m_session(std::move(places)) {
     startInputSession(m_ctx.state, QDir::currentPath().toStdString());
     setWindowTitle(qs(inputScreenCaption()));
 
@@ -115,8 +126,10 @@ InputScreen::InputScreen(ScreenContext& context, QWidget* parent)
     layout->addStretch(1);
     setCentralWidget(central);
     buildCommands();
+    buildStatusLine();
 
     showVisibility();
+    m_session.begin(m_ctx.state);
     refreshEntryState();
 }
 
@@ -225,10 +238,20 @@ QWidget* InputScreen::buildPropertyGroups() {
         m_boxes[i] = new QLineEdit(parent);
         m_boxes[i]->setObjectName(QString::fromUtf8(info.objectName));
         m_boxes[i]->setMaximumWidth(120);
+        showLenientReading(m_boxes[i]);
         m_labels[i]->setBuddy(m_boxes[i]);
         const int r = grid->rowCount();
         grid->addWidget(m_labels[i], r, 0);
         grid->addWidget(m_boxes[i], r, 1);
+        if (box == B::Fvf || box == B::Viscosity) {
+            m_notices[i] = plainLabel(QString(), parent);
+            m_notices[i]->setObjectName(QString::fromUtf8(info.objectName) +
+                                        QStringLiteral("Notice"));
+            m_notices[i]->setWordWrap(true);
+            m_notices[i]->setStyleSheet(QStringLiteral("color: #b00000;"));
+            m_notices[i]->hide();
+            grid->addWidget(m_notices[i], r + 1, 0, 1, 2); // under its box
+        }
         if (box == B::SolutionGor)
             connect(m_boxes[i], &QLineEdit::textChanged, this,
                     [this](const QString& t) { solutionGorEdited(t); });
@@ -340,6 +363,16 @@ void InputScreen::buildCommands() {
     file->addSeparator();
     file->addActions({print, exportPage});
     file->addSeparator();
+    for (int i = 1; i <= kRecentFileCount; ++i) {
+        auto* recent = file->addAction(QString());
+        recent->setObjectName(QStringLiteral("recent%1").arg(i));
+        recent->setVisible(false);
+        connect(recent, &QAction::triggered, this,
+                [this, recent] { openRecent(recent->data().toString()); });
+        m_recent.append(recent);
+    }
+    m_recentSeparator = file->addSeparator();
+    m_recentSeparator->setVisible(false);
     file->addAction(exit);
     QAction* version = menuBar()->addAction(QStringLiteral("&Version"));
     version->setObjectName(QStringLiteral("Version"));
@@ -372,43 +405,6 @@ void InputScreen::runCommand(const QString& key) {
 void InputScreen::notAvailableYet(const QString& what) {
     m_ctx.messages.show(this, MessageService::Kind::Information, QString::fromUtf8(kProgramTitle),
                         what + QStringLiteral(" is not available in this version yet."));
-}
-
-void InputScreen::openTestFile() {
-    if (const auto refill = m_files.open())
-        showRefill(*refill);
-}
-
-void InputScreen::saveTestFile() {
-    m_files.save(m_title->text());
-}
-
-void InputScreen::importTestData() {
-    const auto result = m_files.import();
-    if (!result)
-        return;
-    if (result->startPressureText)
-        setStartPressureText(qs(*result->startPressureText));
-    refreshEntryState();
-    m_commands[2]->show();
-    auto* notice = qobject_cast<ImportNotice*>(m_ctx.screens.window(QStringLiteral("datct")));
-    if (!notice)
-        return;
-    notice->showSummary(result->summary);
-    m_ctx.screens.show(QStringLiteral("datct"));
-}
-
-QString InputScreen::openFile(const QString& path) {
-    QString error;
-    guarded([&] {
-        if (const auto refill = m_files.openPath(path, error))
-            showRefill(*refill);
-    });
-    return error;
-}
-
-void InputScreen::setImportProgressDelay(std::chrono::milliseconds delay) {
-    m_files.setProgressDelay(delay);
 }
 
 void InputScreen::setPrintLayout(bool printing) {
@@ -460,6 +456,31 @@ void InputScreen::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
+void InputScreen::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (!m_recoveryChecked) {
+        m_recoveryChecked = true;
+        offerRecoveryOnScreen(kExposeTries);
+    }
+}
+
+void InputScreen::offerRecoveryOnScreen(int tries) {
+    // Asked once the window is on the screen, so the question stands over it.
+    QTimer::singleShot(tries == kExposeTries ? 0 : 50, this, [this, tries] {
+        if (tries > 0 && !(windowHandle() && windowHandle()->isExposed()))
+            offerRecoveryOnScreen(tries - 1);
+        else
+            offerRecovery();
+    });
+}
+
+bool InputScreen::event(QEvent* event) {
+    // Back from another screen, which may have changed the test.
+    if (event->type() == QEvent::WindowActivate)
+        showWhereTheTestStands();
+    return QMainWindow::event(event);
+}
+
 FluidChoice InputScreen::fluidChoice() const {
     FluidChoice f;
     f.oil = m_fluids[0]->isChecked();
@@ -474,6 +495,8 @@ void InputScreen::showVisibility() {
     for (std::size_t i = 0; i < m_boxes.size(); ++i) {
         m_boxes[i]->setVisible(v.box[i]);
         m_labels[i]->setVisible(v.box[i]);
+        if (m_notices[i])
+            m_notices[i]->setVisible(v.box[i] && !m_notices[i]->text().isEmpty());
     }
     m_labels[static_cast<std::size_t>(PropertyBox::Fvf)]->setText(qs(v.fvfLabel));
     m_gasAnalysis->setVisible(v.gasAnalysis);
@@ -514,6 +537,7 @@ void InputScreen::testTimeChosen(int index) {
 }
 
 void InputScreen::propertyEdited(PropertyBox box, const QString& text) {
+    hideNotice(box);
     guarded([&] {
         applyPropertyText(m_ctx.state, box, text.toStdString());
         if (box == PropertyBox::DrainageArea)
@@ -532,9 +556,62 @@ void InputScreen::solutionGorEdited(const QString& text) {
     });
 }
 
+void InputScreen::hideNotice(PropertyBox box) {
+    if (QLabel* notice = m_notices[static_cast<std::size_t>(box)]) {
+        notice->clear();
+        notice->hide();
+    }
+}
+
+void InputScreen::showNotice(PropertyBox box) {
+    const auto i = static_cast<std::size_t>(box);
+    const double value = typedValue(m_ctx.state, box);
+    const QString shown = qs(Format(value, propertyBox(box).refillMask));
+    QLineEdit* edit = m_boxes[i];
+    {
+        // The state holds the value the analysis will use; the box shows it.
+        const QSignalBlocker block(edit);
+        edit->setText(shown);
+    }
+    refreshLenientReading(edit);
+    const bool oil = m_fluids[0]->isChecked();
+    QString name = box == PropertyBox::Fvf ? QStringLiteral("FVF") : QStringLiteral("viscosity");
+    if (!oil)
+        name[0] = name[0].toUpper();
+    m_notices[i]->setText((oil ? QStringLiteral("Oil ") : QString()) + name +
+                          QStringLiteral(" is now ") + shown +
+                          QStringLiteral(": set by the property calculator; retype it before "
+                                         "analysing"));
+    m_notices[i]->setVisible(!edit->isHidden());
+}
+
+void InputScreen::showCalculatedProperties() {
+    guarded([&] {
+        for (PropertyBox box : {PropertyBox::Fvf, PropertyBox::Viscosity}) {
+            QLineEdit* edit = m_boxes[static_cast<std::size_t>(box)];
+            if (!edit->isHidden() &&
+                typedValue(m_ctx.state, box) != Val(edit->text().toStdString()))
+                showNotice(box);
+        }
+    });
+}
+
+void InputScreen::hideAnalysisScreens() {
+    for (std::string_view item : kAnalysisItems)
+        if (QWidget* w = m_ctx.screens.existing(qs(*navigationScreen(item))))
+            w->hide();
+}
+
 void InputScreen::navigate(const QString& item) {
     guarded([&] {
-        prepareForAnalysisScreen(m_ctx.state);
+        try {
+            prepareForAnalysisScreen(m_ctx.state);
+        } catch (...) {
+            // The series are half made: no analysis screen may show or take picks on
+            // the previous ones.
+            hideAnalysisScreens();
+            throw;
+        }
         const auto screen = navigationScreen(item.toStdString());
         if (!screen)
             return;
@@ -589,8 +666,13 @@ void InputScreen::showRefill(const InputRefill& r) {
         m_fluids[2]->setChecked(r.water);
         for (const BoxText& b : r.boxes) {
             QLineEdit* box = m_boxes[static_cast<std::size_t>(b.box)];
-            const QSignalBlocker block(box);
-            box->setText(qs(b.text));
+            {
+                const QSignalBlocker block(box);
+                box->setText(qs(b.text));
+            }
+            box->setCursorPosition(0); // a long number shows its leading digits
+            refreshLenientReading(box);
+            hideNotice(b.box);
         }
         m_radius->setText(qs(drainageRadiusText(m_ctx.state)));
         m_undersaturated->setVisible(r.undersaturated);

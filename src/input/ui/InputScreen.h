@@ -5,6 +5,7 @@
 #include "input/input_rules.h"
 #include "input/input_screen_rules.h"
 #include "input/ui/TestFileCommands.h"
+#include "input/ui/TestFileSession.h"
 
 #include <QMainWindow>
 
@@ -17,6 +18,7 @@ class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QMenu;
 class QPushButton;
 class QToolBar;
 
@@ -31,7 +33,7 @@ class InputScreen : public QMainWindow, public PrintablePage {
     Q_OBJECT
 
 public:
-    explicit InputScreen(ScreenContext& context, QWidget* parent = nullptr);
+    InputScreen(ScreenContext& context, WorkPlaces places, QWidget* parent = nullptr);
 
     // Toolbar buttons and menu entries by their key: "Open", "Save", "Import",
     // "Print", "Export", "Exit".
@@ -61,6 +63,15 @@ public:
 
     QImage printedPage() override;
 
+    // Before the program ends: the unsaved test goes to the recovery file (a failure
+    // is also shown when the program ends by Exit).
+    KeptWork keepWork() noexcept;
+    // At the first show: a recovery file newer than the last save is offered
+    // (Restore / Discard) before anything else.
+    void offerRecovery();
+    // Opens one of the recent tests of the File menu.
+    void openRecent(const QString& path);
+
 public Q_SLOTS:
     // The entry screen found the start of the test (a row at time 0).
     void setStartPressureText(const QString& text);
@@ -69,9 +80,16 @@ public Q_SLOTS:
     // Types `text` into the property box with that object name, as the engineer would:
     // the box's change rule stores it (also when the text is already there).
     void setPropertyText(const QString& objectName, const QString& text);
+    // The property calculator ran: where it changed the FVF or the viscosity the
+    // analysis uses, the box shows the new value and a notice beside it says so. The
+    // notice stands until the box's change rule runs again (typing, or a setText that
+    // is not signal-blocked, as a copy of calculated properties into the box does).
+    void showCalculatedProperties();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     QWidget* buildHeading();
@@ -82,6 +100,12 @@ private:
     QGroupBox* buildAnalysisGroup();
     void buildCommands();
     QAction* addCommand(const QString& key, const QString& menuText);
+    void buildStatusLine();
+    void showWhereTheTestStands();
+    void hideAnalysisScreens();
+    void offerRecoveryOnScreen(int tries);
+    void showNotice(PropertyBox box);
+    void hideNotice(PropertyBox box);
 
     void testTypeChosen(int index);
     void fluidChanged();
@@ -100,6 +124,7 @@ private:
 
     ScreenContext& m_ctx;
     TestFileCommands m_files;
+    TestFileSession m_session;
     QToolBar* m_toolbar = nullptr;
     QLabel* m_heading = nullptr; // Label4
     QLineEdit* m_title = nullptr;
@@ -112,13 +137,19 @@ private:
     QLabel* m_undersaturated = nullptr; // Label18
     std::array<QLineEdit*, kPropertyBoxCount> m_boxes{};
     std::array<QLabel*, kPropertyBoxCount> m_labels{};
+    std::array<QLabel*, kPropertyBoxCount> m_notices{}; // FVF and viscosity only
     QLabel* m_radius = nullptr;
     std::array<QPushButton*, 3> m_commands{};
     QLabel* m_rateSummary = nullptr;
     QLabel* m_pointSummary = nullptr;
     QListWidget* m_analyses = nullptr; // List1
     QListWidget* m_skin = nullptr;     // List2
+    QLabel* m_fileName = nullptr;      // status line: the test file
+    QLabel* m_changedMark = nullptr;   // status line: changed since opened or saved
+    QList<QAction*> m_recent;          // File menu: the recent tests
+    QAction* m_recentSeparator = nullptr;
     int m_acceptedRateTime = -1;
+    bool m_recoveryChecked = false;
 };
 
 } // namespace zorvekan

@@ -101,10 +101,10 @@ void TestFileCommands::refuse(const QString& what, const QString& why) {
                         what + QStringLiteral("\n\n") + why);
 }
 
-void TestFileCommands::save(const QString& title) {
+bool TestFileCommands::save(const QString& title) {
     const QString chosen = m_ctx.files.saveFileName(m_parent, kTestFileFilter);
     if (chosen.isEmpty())
-        return;
+        return false;
     const QString path = withTestFileExtension(chosen);
     m_ctx.state.TestTitle = title.toStdString();
     const std::string text = testFileText(m_ctx.state);
@@ -113,11 +113,14 @@ void TestFileCommands::save(const QString& title) {
                          file.write(text.data(), static_cast<qint64>(text.size())) ==
                              static_cast<qint64>(text.size()) &&
                          file.commit();
-    if (!written)
+    if (!written) {
         refuse(QStringLiteral("The test was not saved; a file already there is unchanged."),
                QStringLiteral("%1: %2").arg(path, file.errorString()));
-    else
-        m_ctx.state.TestFileName = path.toStdString();
+        return false;
+    }
+    m_lastPath = path;
+    m_ctx.state.TestFileName = path.toStdString();
+    return true;
 }
 
 std::optional<InputRefill> TestFileCommands::openPath(const QString& path, QString& error) {
@@ -131,6 +134,7 @@ std::optional<InputRefill> TestFileCommands::openPath(const QString& path, QStri
     result.refill.title = titleText(result.refill.title).toStdString();
     m_ctx.state.TestTitle = result.refill.title;
     m_ctx.state.TestFileName = path.toStdString();
+    m_lastPath = path;
     return std::move(result.refill);
 }
 

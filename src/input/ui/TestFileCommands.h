@@ -30,7 +30,8 @@ public:
 
     // Save: asks for a file name and writes the test, `title` as TestTitle. The file
     // is replaced atomically: on any failure the previous file stays as it was.
-    void save(const QString& title);
+    // True when the test was saved.
+    bool save(const QString& title);
 
     // Open: asks for a test file. The refill of the screen when a test was opened.
     std::optional<InputRefill> open();
@@ -42,6 +43,9 @@ public:
     // the state). The outcome when pairs were imported.
     std::optional<ImportResult> import();
 
+    // The file of the last successful Save or Open.
+    const QString& lastPath() const { return m_lastPath; }
+
     // How long an import runs before its progress dialog appears.
     void setProgressDelay(std::chrono::milliseconds delay) { m_progressDelay = delay; }
 
@@ -50,6 +54,7 @@ private:
 
     ScreenContext& m_ctx;
     QWidget* m_parent;
+    QString m_lastPath;
     std::chrono::milliseconds m_progressDelay{500};
 };
 

@@ -3,6 +3,7 @@
 
 #include "core/display_mask.h"
 #include "core/ui/EventGuard.h"
+#include "core/ui/MessageService.h"
 #include "core/ui/ScreenContext.h"
 #include "core/ui/ScreenRegistry.h"
 #include "core/val.h"
@@ -263,14 +264,20 @@ void PropertyCalculator::calculate() {
         const CalculatorGasOutcome& out = r.gas;
         if (out.fatal) {
             // The z-factor routine failed at the engineer's pressure: the message is
-            // written and the program stops at once, without saving.
-            m_message->setText(QString::fromStdString(*out.fatal));
+            // written and shown, the unsaved test kept, and the program stops.
+            const QString failure = QString::fromStdString(*out.fatal);
+            m_message->setText(failure);
             std::fprintf(stderr, "zorvekan: %s\n", out.fatal->c_str());
+            Q_EMIT propertiesCalculated(); // B may already be in the oil FVF
+            const KeptWork kept = m_ctx.screens.keepWork();
+            m_ctx.messages.show(this, MessageService::Kind::Critical, kRuntimeErrorTitle,
+                                failure + QStringLiteral("\n\nThe program ends now. ") + kept.text);
             m_ctx.screens.endProgram(1);
             return;
         }
         showCalculation(r);
         m_values = r.values;
+        Q_EMIT propertiesCalculated();
     });
 }
 

@@ -25,7 +25,8 @@ struct ScreenContext;
 // saturations, chooses correlations on Corch, and "Calculate PVT Properties" shows the
 // gas (z-factor, FVF, compressibility, viscosity, density), the oil, the water, the
 // formation and the total compressibility. A z-factor failure is written into the
-// message box Text1 and ends the program. "Copy to Input" types the properties the
+// message box Text1, shown in a message box, and ends the program once the unsaved
+// test is kept. "Copy to Input" types the properties the
 // test's fluids need into the input screen's boxes, through their change rules.
 class PropertyCalculator : public QWidget, public ShownHook, public PrintablePage {
     Q_OBJECT
@@ -39,6 +40,11 @@ public:
     void calculate();          // Command1 "Calculate PVT Properties"
     void selectCorrelations(); // Command2 "Select Correlations"
     void copyToInput();        // Command4 "Copy to Input"
+
+Q_SIGNALS:
+    // A calculation ran: it may have changed properties the analyses use (the
+    // z-factor routine keeps its B in OilFvf).
+    void propertiesCalculated();
 
 public Q_SLOTS:
     // A choice made on Corch, shown in the "Correlation Selected" column.

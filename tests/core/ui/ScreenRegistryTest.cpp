@@ -75,13 +75,18 @@ private Q_SLOTS:
         QVERIFY(!r.window(QStringLiteral("kv1")));
     }
 
-    // Exit closes the screens in the program's order (import notice, entry, review,
-    // skin, semilog, type curve, correlations, calculator), then the rest, then ends;
-    // a second Exit during the first must not run again.
+    // Exit keeps the unsaved work first, then closes the screens in the program's order
+    // (import notice, entry, review, skin, semilog, type curve, correlations,
+    // calculator), then the rest, then ends; a second Exit during the first must not
+    // run again.
     void exitClosesInOrderThenEnds() {
         QStringList closed;
         QList<int> ends;
         ScreenRegistry r([&](int code) { ends.append(code); });
+        r.setKeepWork([&] {
+            closed.append(QStringLiteral("kept"));
+            return KeptWork{};
+        });
         QStringList names = ScreenRegistry::exitOrder();
         names << QStringLiteral("Form1") << QStringLiteral("inp");
         for (const QString& n : names)
@@ -89,7 +94,7 @@ private Q_SLOTS:
         for (auto it = names.crbegin(); it != names.crend(); ++it)
             r.show(*it);
         r.exitProgram();
-        QCOMPARE(closed, names);
+        QCOMPARE(closed, QStringList{QStringLiteral("kept")} + names);
         QCOMPARE(ends, QList<int>{0});
         r.exitProgram();
         QCOMPARE(ends, QList<int>{0});

@@ -2,6 +2,7 @@
 #include "../../support/ui/FakeServices.h"
 
 #include "core/ui/EventGuard.h"
+#include "input/test_file.h"
 #include "input/ui/DataEntryScreen.h"
 #include "input/ui/InputScreen.h"
 
@@ -175,7 +176,8 @@ private Q_SLOTS:
     }
 
     // The arrays end at 25 rates and 500 points: the next row must be refused with the
-    // message exactly as the program has always worded it.
+    // message exactly as the program has always worded it, and the refused row cleared
+    // with Finish back, so the 25 rates already typed can still be finished.
     void limits() {
         AnalysisState& s = t->state;
         s.FluidFlags = 1;
@@ -185,6 +187,9 @@ private Q_SLOTS:
         QVERIFY(t->messages.messages.isEmpty());
         row(d, {"1", "100"});
         QCOMPARE(t->messages.lastText(), u"Maximum of  25 Rates Allowed"_s);
+        QCOMPARE(child<QLineEdit>(d, "conv")->text(), u" "_s);
+        QVERIFY(shown(d, "Command2"));
+        QCOMPARE(child<QLabel>(d, "rowNumber")->text(), u"All 25 rows stored; Finish keeps them"_s);
         click(d, "Command2");
         QCOMPARE(int(s.RateCount), 25);
 
@@ -207,20 +212,40 @@ private Q_SLOTS:
     }
 
     // A buildup typed with the shut-in as a last, zero-rate step flowed at 200 STB/day
-    // for 10 h, and the summary says which step is the shut-in. A history with no flow
-    // at all gives no producing time: that run-time fault must be reported and leave
-    // the screen usable.
+    // for 10 h, and the summary says which step is the shut-in.
     void zeroRateStepsWhileFinishing() {
         oilBuildupRates({{"10", "200"}, {"5", "0"}});
         QCOMPARE(t->state.FlowRate, 200.0);
         QCOMPARE(t->state.ProducingTime, 10.0);
         QCOMPARE(child<QLabel>(inp, "rateSummary")->text(),
                  u"2 rates (last: shut-in), q = 200. STB/day, tp = 10. hrs."_s);
+    }
+
+    // Entry is all or nothing: closed without Finish, or finished into a fault (a history
+    // with no flow at all gives no producing time, which must be reported), it must leave
+    // the rate history, the test points and their counts exactly as they were, while the
+    // input screen still shows them.
+    void abandonedEntryChangesNothing() {
+        AnalysisState& s = t->state;
+        oilBuildupRates({{"10", "200"}, {"20", "100"}});
+        DataEntryScreen* d = open(0);
+        row(d, {"1", "3000"});
+        row(d, {"2", "3050"});
+        click(d, "Command2");
+        const std::string before = testFileText(s);
+        for (int mode : {1, 0}) {
+            d = open(mode);
+            row(d, {"5", "999"});
+            d->close();
+        }
         oilBuildupRates({{"10", "0"}, {"5", "0"}});
         QCOMPARE(t->messages.lastTitle(), kRuntimeErrorTitle);
+        QCOMPARE(t->messages.lastText(), u"Division by zero"_s);
         QVERIFY(!t->endCode);
-        oilBuildupRates({{"10", "200"}});
-        QCOMPARE(t->state.ProducingTime, 10.0);
+        QCOMPARE(testFileText(s), before);
+        QVERIFY(std::fabs(s.ProducingTime - 40.0) < 1e-9);
+        QCOMPARE(child<QLabel>(inp, "rateSummary")->text(),
+                 u"2 rates, q = 100. STB/day, tp = 40. hrs."_s);
     }
 };
 

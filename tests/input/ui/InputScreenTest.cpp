@@ -2,13 +2,19 @@
 #include "../../support/ui/FakeServices.h"
 
 #include "core/ui/EventGuard.h"
+#include "core/ui/LenientReading.h"
+#include "input/entry_rules.h"
+#include "input/recovery_file.h"
+#include "input/test_file.h"
 #include "input/ui/InputScreen.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -81,24 +87,32 @@ private Q_SLOTS:
     // A conversion missed or applied twice, or a label without its unit, stores a
     // property off by 12, 100, 1e6 or 43560 without the engineer noticing; the drainage
     // radius (3.1416, not full-precision pi) must follow each change of the area box.
+    // Text that is not a plain number keeps its lenient reading, which the box must
+    // show (tinted, "read as ..."), or "1,3" silently becomes 1.
     void convertsTypedUnits() {
         struct Row {
             const char* box;
             QString typed, label;
             double AnalysisState::*field;
             double stored;
+            QString reading;
         };
         using S = AnalysisState;
         const Row rows[] = {
-            {"rwin", u"7"_s, u"Well Radius        in."_s, &S::WellboreRadius, 0.58333},
-            {"phin", u"20"_s, u"Porosity     %"_s, &S::Porosity, 0.2},
-            {"ctin", u"15"_s, u"Total Compressibility            msips"_s, &S::TotalCompressibility,
-             1.5e-5},
-            {"rein", u"40"_s, u"Drainage Area        acres"_s, &S::DrainageArea, 1742400.0},
-            {"psin", u"3000"_s, u"Pressure @ start            psia"_s, &S::StartPressure, 3000},
-            {"hin", u"35ft"_s, u"Net Pay        ft."_s, &S::Thickness, 35.0}, // lenient
-            {"muin", u"9"_s, u"Viscosity      cp."_s, &S::OilViscosity, 9.0},
-            {"muin", QString(), u"Viscosity      cp."_s, &S::OilViscosity, 0.0}, // cleared
+            {"rwin", u"7"_s, u"Well Radius        in."_s, &S::WellboreRadius, 0.58333, {}},
+            {"phin", u"20"_s, u"Porosity     %"_s, &S::Porosity, 0.2, {}},
+            {"ctin",
+             u"15"_s,
+             u"Total Compressibility            msips"_s,
+             &S::TotalCompressibility,
+             1.5e-5,
+             {}},
+            {"rein", u"40"_s, u"Drainage Area        acres"_s, &S::DrainageArea, 1742400.0, {}},
+            {"psin", u"3000"_s, u"Pressure @ start            psia"_s, &S::StartPressure, 3000, {}},
+            {"hin", u"35ft"_s, u"Net Pay        ft."_s, &S::Thickness, 35.0, u"read as 35"_s},
+            {"muin", u"1,3"_s, u"Viscosity      cp."_s, &S::OilViscosity, 1.0, u"read as 1"_s},
+            {"muin", u"9"_s, u"Viscosity      cp."_s, &S::OilViscosity, 9.0, {}},
+            {"muin", QString(), u"Viscosity      cp."_s, &S::OilViscosity, 0.0, {}}, // cleared
         };
         for (const Row& r : rows) {
             typeInto(inp, r.box, r.typed);
@@ -106,6 +120,9 @@ private Q_SLOTS:
             const double value = t->state.*r.field;
             QVERIFY2(std::fabs(value - r.stored) <= 1e-5 * std::max(1.0, std::fabs(r.stored)),
                      r.box);
+            auto* box = child<QLineEdit>(inp, r.box);
+            QCOMPARE(box->toolTip(), r.reading);
+            QCOMPARE(showsLenientReading(box), !r.reading.isEmpty());
         }
         QCOMPARE(label("drainageRadius"), u"744.73"_s);
         typeInto(inp, "rein", u"160"_s);
@@ -278,18 +295,30 @@ private Q_SLOTS:
     }
 
     // A run-time fault inside a handler (here the logarithm of a zero pressure change)
-    // must be reported and leave the screen working, not end the program.
+    // must be reported with the input behind it and leave the screen working, not end
+    // the program; the analysis screen must not stay up with the previous series.
     void faultInHandlerIsReported() {
         AnalysisState& s = t->state;
         s.FluidFlags = kOil;
+        s.ShutInFlag = 1;
         s.StartPressure = 3000;
-        s.TestTime[1] = 1;
-        s.TestPressure[1] = 3000;
-        s.TestPointCount = 1;
+        s.RateCount = 1;
+        s.Rate[1] = s.FlowRate = 100;
+        s.RateTime[1] = s.ProducingTime = 24;
+        for (int i = 1; i <= 3; ++i)
+            std::tie(s.TestTime[i], s.TestPressure[i]) = std::pair(i, 3000 + 10.0 * i);
+        s.TestPointCount = 3;
         inp->refreshEntryState();
         clickItem(inp, "List1", u"Semilog Analysis"_s);
-        QCOMPARE(t->messages.messages.size(), 1);
+        QVERIFY(t->screen("kv1")->isVisible());
+        const int shownBefore = int(t->messages.messages.size());
+        s.TestPressure[2] = 3000;
+        clickItem(inp, "List1", u"Semilog Analysis"_s);
+        QCOMPARE(t->messages.messages.size(), shownBefore + 1);
         QCOMPARE(t->messages.lastTitle(), kRuntimeErrorTitle);
+        QCOMPARE(t->messages.lastText(), u"Invalid procedure call or argument: logarithm of 0: "
+                                         u"test point 2 has the start pressure"_s);
+        QVERIFY(!t->screen("kv1")->isVisible());
         QVERIFY(!t->endCode);
         typeInto(inp, "hin", u"50"_s);
         QCOMPARE(s.Thickness, 50.0);
@@ -341,6 +370,106 @@ private Q_SLOTS:
         auto* input = other.show<InputScreen>("inp");
         input->close();
         QCOMPARE(other.endCode, std::optional<int>(0));
+    }
+
+    void recoveryOfferedAtNextStart_data() {
+        QTest::addColumn<bool>("savedFirst");
+        QTest::addColumn<bool>("restore");
+        QTest::newRow("restored") << false << true;
+        QTest::newRow("discarded") << false << false;
+        QTest::newRow("saved before Exit") << true << true;
+    }
+    // Exit asks nothing, so the unsaved test must be kept and offered at the next start;
+    // restored, it must be the test left to the last digit (no display mask rounds the
+    // 0.0234 cp or the calculator's B, whose notice stands again) and count as unsaved.
+    // Discarded, or saved before Exit, nothing is offered again.
+    void recoveryOfferedAtNextStart() {
+        QFETCH(bool, savedFirst);
+        QFETCH(bool, restore);
+        AnalysisState& s = t->state;
+        typeInto(inp, "titl", u"Well B-1 buildup"_s);
+        choose(inp, "test", u"Buildup"_s);
+        click(inp, "Check1");
+        for (auto [box, text] : {std::pair("boin", "1.2345"),
+                                 {"muin", "0.0234"},
+                                 {"hin", "30"},
+                                 {"rwin", "4.25"},
+                                 {"phin", "18.5"},
+                                 {"ctin", "12.5"}})
+            typeInto(inp, box, QString::fromUtf8(text));
+        choose(inp, "ttime", u"Test Times: min."_s);
+        for (int j = 1; j <= 2; ++j)
+            std::tie(s.Rate[j], s.RateTime[j]) = std::pair(300.0 / j, 10.0 * j);
+        s.RateCount = 2;
+        deriveFlowRateAndProducingTime(s);
+        for (int i = 1; i <= 4; ++i)
+            std::tie(s.TestTime[i], s.TestPressure[i]) = std::pair(i / 60.0, 3000 + 7.5 * i);
+        s.TestPointCount = 4;
+        s.OilFvf = 6.13834898214656; // the z-factor routine's B, as a calculation leaves it
+        inp->showCalculatedProperties();
+        QTemporaryDir dir;
+        if (savedFirst) {
+            t->files.answers = {dir.filePath(u"b1.zvt"_s)};
+            child<QAction>(inp, "Save")->trigger();
+        }
+        const std::string left = testFileText(s);
+        const double tp = s.ProducingTime;
+        child<QAction>(inp, "Exit")->trigger();
+        QCOMPARE(t->endCode, std::optional<int>(0));
+        const QString recovery =
+            QDir(t->workFolder.path()).filePath(QString::fromUtf8(kRecoveryFileName));
+        QCOMPARE(QFile::exists(recovery), !savedFirst);
+        if (savedFirst)
+            return; // nothing to offer
+
+        TestProgram next;
+        next.program->useWorkFolder(t->workFolder.path());
+        next.messages.answers = {restore};
+        auto* again = next.show<InputScreen>("inp");
+        QTRY_COMPARE(next.messages.messages.size(), 1); // once the window is on the screen
+        QCOMPARE(next.messages.lastText(),
+                 u"Restore the test you were working on when the program closed?"_s);
+        QCOMPARE(QFile::exists(recovery), restore);
+        if (!restore) {
+            QCOMPARE(next.state.TestPointCount, 0);
+            return;
+        }
+        QCOMPARE(testFileText(next.state), left);
+        QCOMPARE(next.state.OilViscosity, 0.0234);
+        QCOMPARE(next.state.ProducingTime, tp);
+        QCOMPARE(child<QLineEdit>(again, "muin")->text(), u"0.0234"_s);
+        QCOMPARE(child<QLineEdit>(again, "boin")->text(), u"6.1383"_s);
+        QVERIFY(shown(again, "boinNotice"));
+        QCOMPARE(child<QLineEdit>(again, "titl")->text(), u"Well B-1 buildup"_s);
+        QVERIFY(shown(again, "changedMark"));
+        QVERIFY(shown(again, "List1"));
+    }
+
+    // The engineer must see which file the test is and whether it changed since it was
+    // opened or saved, and find the tests used last in the File menu, newest first.
+    void statusLineAndRecentTests() {
+        QCOMPARE(label("testFile"), u"New test, not saved yet"_s);
+        QVERIFY(!shown(inp, "changedMark"));
+        typeInto(inp, "hin", u"30"_s);
+        QVERIFY(shown(inp, "changedMark"));
+        QTemporaryDir dir;
+        const QString a = dir.filePath(u"a.zvt"_s), b = dir.filePath(u"b.zvt"_s);
+        t->files.answers = {a};
+        child<QAction>(inp, "Save")->trigger();
+        QCOMPARE(label("testFile"), u"Test file: "_s + a);
+        QVERIFY(!shown(inp, "changedMark"));
+        typeInto(inp, "hin", u"40"_s);
+        t->files.answers = {b};
+        child<QAction>(inp, "Save")->trigger();
+        QCOMPARE(child<QAction>(inp, "recent1")->text(), u"&1 b.zvt"_s);
+        QCOMPARE(child<QAction>(inp, "recent2")->text(), u"&2 a.zvt"_s);
+        QVERIFY(!child<QAction>(inp, "recent3")->isVisible());
+        child<QAction>(inp, "recent2")->trigger();
+        QCOMPARE(t->state.Thickness, 30.0);
+        QCOMPARE(label("testFile"), u"Test file: "_s + a);
+        QVERIFY(!shown(inp, "changedMark"));
+        QCOMPARE(child<QAction>(inp, "recent1")->text(), u"&1 a.zvt"_s);
+        QVERIFY(t->messages.messages.isEmpty());
     }
 
     // The entry buttons must set the mode before the entry screen lays itself out.

@@ -3,15 +3,21 @@
 
 #include "core/display_mask.h"
 #include "core/hall_yarborough.h"
+#include "core/ui/EventGuard.h"
 #include "core/val.h"
+#include "input/recovery_file.h"
 #include "properties/property_calculator.h"
 #include "properties/ui/PropertyCalculator.h"
 
+#include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
+
+#include <cmath>
 
 namespace zorvekan::testing {
 
@@ -104,16 +110,67 @@ private Q_SLOTS:
         QTest::newRow("Ppr above 20.5")
             << u"20000"_s << u"200"_s << u"pPr>20.5: z-factor Routine FAILS"_s;
     }
-    // Outside the Hall-Yarborough range the calculator writes the failure into Text1
-    // and ends the program at once, with no results shown.
+    // Outside the Hall-Yarborough range the calculator writes the failure into Text1,
+    // shows it in a message box the engineer sees, keeps the unsaved test (with any B
+    // already left in the oil FVF noticed) for the next start and only then ends the
+    // program, with no results shown.
     void zFactorFailureEndsProgram() {
         QFETCH(QString, pressure);
         QFETCH(QString, temperature);
         QFETCH(QString, message);
+        typeInto(t->screen("inp"), "hin", u"30"_s);
         calculate("0.7", pressure.toUtf8().constData(), temperature.toUtf8().constData());
         QCOMPARE(child<QLineEdit>(mox, "Text1")->text(), message);
         QCOMPARE(t->endCode, std::optional<int>(1));
         QCOMPARE(results(), QString());
+        QCOMPARE(t->messages.messages.size(), 1);
+        QCOMPARE(t->messages.lastTitle(), kRuntimeErrorTitle);
+        QCOMPARE(t->messages.lastText(),
+                 message + u"\n\nThe program ends now. The unsaved test is kept and will be "
+                           u"offered when the program starts again."_s);
+        QVERIFY(QFile::exists(
+            QDir(t->workFolder.path()).filePath(QString::fromUtf8(kRecoveryFileName))));
+        // Above Ppr 20.5 B is already in the oil FVF: the kept test must say so.
+        QCOMPARE(shown(t->screen("inp"), "boinNotice"), pressure == u"20000"_s);
+    }
+
+    void fvfNoticeOnInputScreen_data() {
+        QTest::addColumn<QString>("fluid");
+        QTest::addColumn<bool>("noticed");
+        QTest::addColumn<bool>("copied");
+        QTest::newRow("oil, FVF retyped") << u"Check1"_s << true << false;
+        QTest::newRow("oil, FVF copied into the box") << u"Check1"_s << true << true;
+        QTest::newRow("gas in m(p), no FVF used") << u"Check2"_s << false << false;
+    }
+    // The z-factor routine keeps its B in the oil FVF, so an oil test analysed after a
+    // look at the gas calculator uses B (k 100 md became 492 md): the input screen must
+    // show that value with a notice until the box is set again, by typing or by a copy
+    // through its change rule. B = 14.7t - 9.76t^2 + 4.58t^3 with t = Tpc/T, wet gas
+    // Tpc = 187 + 330*0.7 - 71.5*0.49 = 382.965 R at 660 R: 6.1383.
+    void fvfNoticeOnInputScreen() {
+        QFETCH(QString, fluid);
+        QFETCH(bool, noticed);
+        QFETCH(bool, copied);
+        QWidget* inp = t->show("inp");
+        click(inp, fluid.toUtf8().constData());
+        typeInto(inp, "boin", u"1.25"_s);
+        typeInto(inp, "muin", u"0.8"_s);
+        calculate("0.7", "3000", "200");
+        QVERIFY(std::fabs(t->state.OilFvf - 6.1383) < 1e-4);
+        QCOMPARE(shown(inp, "boinNotice"), noticed);
+        QVERIFY(!shown(inp, "muinNotice")); // the viscosity is untouched
+        if (!noticed)
+            return;
+        QCOMPARE(child<QLineEdit>(inp, "boin")->text(), u"6.1383"_s);
+        QCOMPARE(child<QLabel>(inp, "boinNotice")->text(),
+                 u"Oil FVF is now 6.1383: set by the property calculator; retype it before "
+                 u"analysing"_s);
+        if (copied)
+            child<QLineEdit>(inp, "boin")->setText(u"1.25"_s);
+        else
+            typeInto(inp, "boin", u"1.25"_s);
+        QVERIFY(!shown(inp, "boinNotice"));
+        QCOMPARE(t->state.OilFvf, 1.25);
     }
 
     // No gravity, no gas: nothing is computed (no z, so no B left in the oil FVF) and
@@ -158,8 +215,12 @@ private Q_SLOTS:
         const double t0 = (187 + 330 * 0.75 - 71.5 * 0.5625) / 660.0;
         const double b = hallYarboroughCoefficients(t0).b;
         QCOMPARE(t->state.OilFvf, b);
-        QCOMPARE(child<QLineEdit>(inp, "boin")->text(), QString());
+        // Until the copy the FVF box shows the B the analysis would use, with its notice.
+        QCOMPARE(Val(child<QLineEdit>(inp, "boin")->text().toStdString()),
+                 Val(Format(b, "#.####")));
+        QVERIFY(!child<QLabel>(inp, "boinNotice")->isHidden());
         click(mox, "Command4");
+        QVERIFY(child<QLabel>(inp, "boinNotice")->isHidden());
         AnalysisState scratch; // the expected values, without touching the test's state
         const PropertyCalculation r = calculateProperties(scratch, oilTestInputs());
         const QString bo = QString::fromStdString(Format(*r.values.oilFvf, "#.####"));
@@ -189,7 +250,7 @@ private Q_SLOTS:
         typeInto(mox, "apiin", u"30"_s);
         click(mox, "Command4");
         QVERIFY(child<QLineEdit>(mox, "Text1")->text().startsWith(u"Nothing copied"_s));
-        QCOMPARE(child<QLineEdit>(t->screen("inp"), "boin")->text(), QString());
+        QCOMPARE(child<QLineEdit>(t->screen("inp"), "muin")->text(), QString());
     }
 
     // The column names the standards used beside an author's formulas, shows the rock

@@ -12,6 +12,12 @@ void FakeMessageService::show(QWidget*, Kind kind, const QString& title, const Q
     messages.append({kind, title, text});
 }
 
+bool FakeMessageService::ask(QWidget*, const QString& title, const QString& text, const QString&,
+                             const QString&) {
+    messages.append({Kind::Question, title, text});
+    return !answers.isEmpty() && answers.takeFirst();
+}
+
 QString FakeFileDialogService::openFileName(QWidget*, const QString&) {
     ++asked;
     return answers.isEmpty() ? QString() : answers.takeFirst();
@@ -31,7 +37,9 @@ bool FakePrintService::print(QWidget*, const QImage& page) {
 
 TestProgram::TestProgram()
     : program(std::make_unique<Program>(state, messages, files, printer,
-                                        [this](int code) { endCode = code; })) {}
+                                        [this](int code) { endCode = code; })) {
+    program->useWorkFolder(workFolder.path());
+}
 
 void typeInto(QWidget* window, const char* box, const QString& text) {
     auto* edit = child<QLineEdit>(window, box);

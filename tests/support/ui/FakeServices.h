@@ -12,6 +12,7 @@
 #include <QImage>
 #include <QList>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
 
@@ -30,8 +31,12 @@ struct CapturedMessage {
 class FakeMessageService final : public MessageService {
 public:
     void show(QWidget* parent, Kind kind, const QString& title, const QString& text) override;
+    // Captured as a Question; answered from `answers`, the second answer when none is left.
+    bool ask(QWidget* parent, const QString& title, const QString& text, const QString& first,
+             const QString& second) override;
 
     QList<CapturedMessage> messages;
+    QList<bool> answers;
     QString lastText() const { return messages.isEmpty() ? QString() : messages.last().text; }
     QString lastTitle() const { return messages.isEmpty() ? QString() : messages.last().title; }
 };
@@ -53,8 +58,10 @@ public:
     std::function<void()> whilePrinting; // runs while the page is being printed
 };
 
-// A whole program around its own state, with fake services and a recorded end.
+// A whole program around its own state, with fake services and a recorded end; its
+// recovery file and settings live in a folder of its own.
 struct TestProgram {
+    QTemporaryDir workFolder;
     AnalysisState state;
     FakeMessageService messages;
     FakeFileDialogService files;
