@@ -3,18 +3,23 @@
 
 #include "core/display_mask.h"
 #include "input/input_rules.h"
+#include "input/log_time_selection.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 
 namespace zorvekan {
 
 namespace {
 
-constexpr std::size_t kProgressBytes = std::size_t{1} << 20; // report about every megabyte
+constexpr long long kProgressLines = 1 << 14; // a look at the progress every 16384 lines
+constexpr double kCountShare = 0.3;           // of the work: the counting pass, then selection
+constexpr const char* kFileChanged = "the file changed while it was imported; import it again";
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
@@ -101,223 +106,251 @@ std::string shownLine(const char* p, const char* end) {
     return "\"" + s + "\"";
 }
 
-class PairParser {
-public:
-    PairParser(const std::string& name, bool minutes, ImportedPairs& pairs, FileError& error)
-        : m_minutes(minutes), m_pairs(pairs), m_error(error) {
-        m_error.file = name;
-    }
+enum class LineStart { Blank, Comment, Number, Other };
 
-    // One line without its line break; false on an error.
-    bool line(const char* p, const char* end, long long number) {
-        if (p < end && end[-1] == '\r')
-            --end;
-        p = skipBlanks(p, end);
-        if (p == end) {
-            ++m_pairs.summary.blankLines;
-            return true;
-        }
-        if (isComment(p, end)) {
-            ++m_pairs.summary.commentLines;
-            return true;
-        }
-        double t = 0, pressure = 0;
-        const char* q = p;
-        const NumberRead first = readNumber(p, end, t, q);
-        if (first == NumberRead::NotANumber && !m_dataBegun) {
-            ++m_pairs.summary.headerLines;
-            return true;
-        }
-        if (first != NumberRead::Ok)
-            return fail(number, first == NumberRead::OutOfRange
-                                    ? "the time is beyond the range of numbers"
-                                    : shownLine(p, end) + " is not a time/pressure pair");
-        m_dataBegun = true;
-        const char* s = skipBlanks(q, end);
-        if (s < end && (*s == ',' || *s == ';'))
-            s = skipBlanks(s + 1, end);
-        if (s == end)
-            return fail(number, shownLine(p, end) + " has a time but no pressure");
-        if (s == q)
-            return fail(number, shownLine(p, end) + " is not a time/pressure pair");
-        const NumberRead second = readNumber(s, end, pressure, q);
-        if (second != NumberRead::Ok)
-            return fail(number, second == NumberRead::OutOfRange
-                                    ? "the pressure is beyond the range of numbers"
-                                    : shownLine(s, end) + " is not a pressure");
-        // Empty columns after the pair (a spreadsheet's trailing commas) are allowed.
-        while (q < end && (isBlank(*q) || *q == ',' || *q == ';'))
-            ++q;
-        if (q != end)
-            return fail(number, shownLine(p, end) +
-                                    " has more than a time and a pressure (one pair a line)");
-        return store(t, pressure, number);
-    }
+// What a line begins with, blanks skipped: a number is a digit, or a sign or a
+// point before one ("-.5"). Both passes class lines by this alone, so they count
+// the same pairs.
+LineStart lineStart(const char*& p, const char* end) {
+    p = skipBlanks(p, end);
+    if (p == end)
+        return LineStart::Blank;
+    if (isComment(p, end))
+        return LineStart::Comment;
+    const char* q = p;
+    if (*q == '+' || *q == '-')
+        ++q;
+    if (q < end && *q == '.')
+        ++q;
+    return q < end && isDigit(*q) ? LineStart::Number : LineStart::Other;
+}
 
-    // The common line, "time<sep>pressure" with plain decimals and a positive time,
-    // read in the same pass that finds its end; returns false (having read nothing)
-    // for anything else, which line() then handles.
-    bool quickLine(const char* p, const char* end, char breakChar, const char*& next) {
-        double t = 0, pressure = 0;
-        const char* q = p;
-        if (!plainDecimal(p, end, t, q) || !(t > 0))
+std::string numberText(double v) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.15g", v);
+    return text;
+}
+
+bool cancelled(const ImportProgress& progress, double fraction, ImportResult& result) {
+    if (!progress || progress(fraction))
+        return false;
+    result.cancelled = true;
+    result.error.problem = "import cancelled";
+    return true;
+}
+
+ImportResult failure(ImportResult& result, long long line, std::string problem) {
+    result.error.line = static_cast<int>(std::min<long long>(line, 2147483647));
+    result.error.problem = std::move(problem);
+    return result;
+}
+
+// The first pass: the number of pairs (without a first pair at time 0) and the time
+// of the last one, in hours, so the second pass can select without holding pairs.
+struct PairCount {
+    long long pairs = 0;
+    double lastTime = 1;
+};
+
+bool countPairs(LineReader& lines, bool minutes, const ImportProgress& progress, PairCount& count,
+                ImportResult& result) {
+    long long numberLines = 0;
+    bool startsAtZero = false;
+    std::string lastPair;
+    std::string_view line;
+    while (lines.next(line)) {
+        const char* p = line.data();
+        const char* const end = p + line.size();
+        if (lineStart(p, end) == LineStart::Number) {
+            if (numberLines++ == 0) {
+                double t = 0;
+                startsAtZero = readNumber(p, end, t, p) == NumberRead::Ok && t == 0;
+            }
+            lastPair.assign(line);
+        }
+        if (lines.lineNumber() % kProgressLines == 0 &&
+            cancelled(progress, kCountShare * lines.fraction(), result))
             return false;
-        const char* s = skipBlanks(q, end);
-        if (s < end && (*s == ',' || *s == ';'))
-            s = skipBlanks(s + 1, end);
-        if (s == q || !plainDecimal(s, end, pressure, s))
-            return false;
-        if (breakChar == '\n' && s < end && *s == '\r')
-            ++s;
-        if (s < end && *s != breakChar)
-            return false;
-        next = s < end ? s + 1 : end;
-        m_dataBegun = true;
-        m_pairs.time.push_back(m_minutes ? t / 60.0 : t);
-        m_pairs.pressure.push_back(pressure);
-        ++m_pairs.summary.pairsInFile;
-        return true;
     }
-
-    bool finish() {
-        if (m_pairs.summary.pairsInFile > 0)
-            return true;
-        return fail(0, m_pairs.summary.startPressure
-                           ? "no time/pressure pairs after the pair at time 0: nothing to import"
-                           : "no time/pressure pairs found: nothing to import");
-    }
-
-private:
-    bool store(double t, double pressure, long long number) {
-        if (t < 0)
-            return fail(number, "the time is negative");
-        if (t == 0) {
-            m_pairs.summary.startPressure = pressure; // the start of the test, not a point
-            return true;
-        }
-        m_pairs.time.push_back(m_minutes ? t / 60.0 : t);
-        m_pairs.pressure.push_back(pressure);
-        ++m_pairs.summary.pairsInFile;
-        return true;
-    }
-
-    bool fail(long long number, std::string problem) {
-        m_error.line = static_cast<int>(std::min<long long>(number, 2147483647));
-        m_error.problem = std::move(problem);
+    if (lines.failed()) {
+        result.error = lines.error();
         return false;
     }
-
-    bool m_minutes;
-    bool m_dataBegun = false;
-    ImportedPairs& m_pairs;
-    FileError& m_error;
-};
+    count.pairs = numberLines - (startsAtZero ? 1 : 0);
+    // A last line that is not a pair is refused by the second pass, before this matters.
+    double t = 0;
+    const char* p = lastPair.data();
+    if (readNumber(p, p + lastPair.size(), t, p) == NumberRead::Ok && t > 0)
+        count.lastTime = minutes ? t / 60.0 : t;
+    return true;
+}
 
 } // namespace
 
-ParseStatus parseImportText(std::string_view text, const std::string& name, bool minutes,
-                            ImportedPairs& pairs, FileError& error,
-                            const ImportProgress& progress) {
-    pairs = ImportedPairs{};
-    // Gauge lines are rarely shorter than 14 characters ("0.0125\t2534.6\n").
-    pairs.time.reserve(text.size() / 14 + 16);
-    pairs.pressure.reserve(text.size() / 14 + 16);
-    PairParser parser(name, minutes, pairs, error);
-    // Lines end with LF or CRLF; a file with none but CR (old Macintosh) ends them with CR.
-    const char breakChar = text.find('\n') == std::string_view::npos ? '\r' : '\n';
-    const char* p = text.data();
-    const char* const end = p + text.size();
-    const char* nextReport = p + kProgressBytes;
-    long long number = 0;
-    while (p < end) {
-        ++number;
-        const char* next = p;
-        if (!parser.quickLine(p, end, breakChar, next)) {
-            const void* found = std::memchr(p, breakChar, static_cast<std::size_t>(end - p));
-            const char* eol = found ? static_cast<const char*>(found) : end;
-            if (!parser.line(p, eol, number))
-                return ParseStatus::Failed;
-            next = eol < end ? eol + 1 : end;
-        }
-        p = next;
-        if (progress && p >= nextReport) {
-            nextReport = p + kProgressBytes;
-            if (!progress(static_cast<double>(p - text.data()) /
-                          static_cast<double>(text.size()))) {
-                error = FileError{name, 0, {}, "import cancelled"};
-                return ParseStatus::Cancelled;
+bool PairLineReader::read(std::string_view line, PairLine& out, std::string& problem) {
+    const char* p = line.data();
+    const char* const end = p + line.size();
+    switch (lineStart(p, end)) {
+    case LineStart::Blank:
+        out.kind = PairLine::Kind::Blank;
+        return true;
+    case LineStart::Comment:
+        out.kind = PairLine::Kind::Comment;
+        return true;
+    case LineStart::Other:
+        out.kind = PairLine::Kind::Header;
+        if (!m_dataBegun)
+            return true;
+        problem = shownLine(p, end) + " is not a time/pressure pair";
+        return false;
+    case LineStart::Number:
+        break;
+    }
+    m_dataBegun = true;
+    out.kind = PairLine::Kind::Pair;
+    const char* q = p;
+    const NumberRead first = readNumber(p, end, out.time, q);
+    if (first != NumberRead::Ok) {
+        problem = first == NumberRead::OutOfRange
+                      ? "the time is beyond the range of numbers"
+                      : shownLine(p, end) + " is not a time/pressure pair";
+        return false;
+    }
+    const char* s = skipBlanks(q, end);
+    if (s < end && (*s == ',' || *s == ';'))
+        s = skipBlanks(s + 1, end);
+    if (s == end) {
+        problem = shownLine(p, end) + " has a time but no pressure";
+        return false;
+    }
+    if (s == q) {
+        problem = shownLine(p, end) + " is not a time/pressure pair";
+        return false;
+    }
+    const NumberRead second = readNumber(s, end, out.pressure, q);
+    if (second != NumberRead::Ok) {
+        problem = second == NumberRead::OutOfRange ? "the pressure is beyond the range of numbers"
+                                                   : shownLine(s, end) + " is not a pressure";
+        return false;
+    }
+    // Empty columns after the pair (a spreadsheet's trailing commas) are allowed.
+    while (q < end && (isBlank(*q) || *q == ',' || *q == ';'))
+        ++q;
+    if (q != end) {
+        problem = shownLine(p, end) + " has more than a time and a pressure (one pair a line)";
+        return false;
+    }
+    return true;
+}
+
+ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgress& progress) {
+    ImportResult result;
+    result.error.file = lines.name();
+    const bool minutes = s.TestTimeUnit == 1;
+    PairCount count;
+    if (!countPairs(lines, minutes, progress, count, result))
+        return result;
+    if (!lines.rewind()) {
+        result.error = lines.error();
+        return result;
+    }
+
+    LogTimeSelector selector(static_cast<std::size_t>(count.pairs), count.lastTime, kMaxTestPoints);
+    std::array<double, kMaxTestPoints> keptTime{}, keptPressure{};
+    int kept = 0;
+    ImportSummary& summary = result.summary;
+    PairLineReader reader;
+    PairLine pair;
+    std::string problem;
+    double previous = 0;
+    long long previousLine = 0;
+    std::string_view line;
+    while (lines.next(line)) {
+        const long long number = lines.lineNumber();
+        if (!reader.read(line, pair, problem))
+            return failure(result, number, problem);
+        if (pair.kind == PairLine::Kind::Blank)
+            ++summary.blankLines;
+        else if (pair.kind == PairLine::Kind::Comment)
+            ++summary.commentLines;
+        else if (pair.kind == PairLine::Kind::Header)
+            ++summary.headerLines;
+        else if (pair.time < 0)
+            return failure(result, number, "the time is negative");
+        else if (pair.time == 0 && (summary.pairsInFile > 0 || summary.startPressure))
+            return failure(result, number,
+                           "a pair at time 0 after other pairs: only the first pair may be the "
+                           "start of the test");
+        else if (pair.time == 0)
+            summary.startPressure = pair.pressure;
+        else {
+            const double t = minutes ? pair.time / 60.0 : pair.time;
+            if (summary.pairsInFile > 0 && t < previous)
+                return failure(result, number,
+                               "the time " + numberText(pair.time) +
+                                   " is earlier than the time of line " +
+                                   std::to_string(previousLine) + " (" +
+                                   numberText(minutes ? previous * 60.0 : previous) +
+                                   "): times must not decrease");
+            if (summary.pairsInFile == count.pairs)
+                return failure(result, number, kFileChanged);
+            ++summary.pairsInFile;
+            previous = t;
+            previousLine = number;
+            if (selector.keep(t)) {
+                keptTime[static_cast<std::size_t>(kept)] = t;
+                keptPressure[static_cast<std::size_t>(kept)] = pair.pressure;
+                ++kept;
             }
         }
+        if (number % kProgressLines == 0 &&
+            cancelled(progress, kCountShare + (1 - kCountShare) * lines.fraction(), result))
+            return result;
     }
-    if (!parser.finish())
-        return ParseStatus::Failed;
+    if (lines.failed()) {
+        result.error = lines.error();
+        return result;
+    }
+    if (summary.pairsInFile != count.pairs)
+        return failure(result, 0, kFileChanged);
+    if (summary.pairsInFile == 0)
+        return failure(result, 0,
+                       summary.startPressure
+                           ? "no time/pressure pairs after the pair at time 0: nothing to import"
+                           : "no time/pressure pairs found: nothing to import");
     if (progress)
         progress(1.0);
-    return ParseStatus::Ok;
-}
 
-std::vector<std::size_t> logTimeSelection(std::span<const double> time, std::size_t keep) {
-    const std::size_t n = time.size();
-    std::vector<std::size_t> kept;
-    if (n <= keep || keep < 2) {
-        for (std::size_t i = 0; i < std::min(n, keep); ++i)
-            kept.push_back(i);
-        return kept;
-    }
-    kept.reserve(keep);
-    kept.push_back(0);
-    const double lnLast = std::log(time[n - 1]);
-    std::size_t last = 0;
-    while (kept.size() < keep - 1) {
-        const std::size_t remaining = keep - kept.size(); // still to choose, last point included
-        const double lnFrom = std::log(time[last]);
-        const double threshold =
-            std::exp(lnFrom + (lnLast - lnFrom) / static_cast<double>(remaining));
-        const std::size_t latest = n - remaining; // leaves one point for each still to choose
-        std::size_t j = last + 1;
-        while (j < latest && time[j] < threshold)
-            ++j;
-        kept.push_back(j);
-        last = j;
-    }
-    kept.push_back(n - 1);
-    return kept;
-}
-
-ImportResult importTestData(AnalysisState& s, std::string_view text, const std::string& name,
-                            const ImportProgress& progress) {
-    ImportResult result;
-    ImportedPairs pairs;
-    const ParseStatus status =
-        parseImportText(text, name, s.TestTimeUnit == 1, pairs, result.error, progress);
-    result.cancelled = status == ParseStatus::Cancelled;
-    if (status != ParseStatus::Ok)
-        return result;
-    const std::vector<std::size_t> kept = logTimeSelection(pairs.time, kMaxTestPoints);
-    result.summary = pairs.summary;
-    result.summary.pairsKept = static_cast<int>(kept.size());
-    result.summary.resized = pairs.time.size() > kept.size();
     // Nothing below can fail: the state changes only now.
-    for (std::size_t k = 0; k < kept.size(); ++k) {
-        s.TestTime[k + 1] = pairs.time[kept[k]];
-        s.TestPressure[k + 1] = pairs.pressure[kept[k]];
+    summary.pairsKept = kept;
+    summary.resized = summary.pairsInFile > kept;
+    for (int k = 0; k < kept; ++k) {
+        s.TestTime[k + 1] = keptTime[static_cast<std::size_t>(k)];
+        s.TestPressure[k + 1] = keptPressure[static_cast<std::size_t>(k)];
     }
-    s.TestPointCount = static_cast<std::int16_t>(kept.size());
-    if (pairs.summary.startPressure) {
-        result.startPressureText = Format(*pairs.summary.startPressure, "#####.#");
+    s.TestPointCount = static_cast<std::int16_t>(kept);
+    if (summary.startPressure) {
+        result.startPressureText = Format(*summary.startPressure, "#####.#");
         applyPropertyText(s, PropertyBox::StartPressure, *result.startPressureText);
     }
     result.ok = true;
     return result;
 }
 
+ImportResult importTestData(AnalysisState& s, std::string_view text, const std::string& name,
+                            const ImportProgress& progress) {
+    LineReader lines;
+    lines.openText(text, name);
+    return importLines(s, lines, progress);
+}
+
 ImportResult importTestFile(AnalysisState& s, const std::string& path,
                             const ImportProgress& progress) {
+    LineReader lines;
     ImportResult result;
-    FileContents contents;
-    if (!contents.open(path, result.error))
+    if (!lines.open(path, result.error))
         return result;
-    return importTestData(s, contents.text(), path, progress);
+    return importLines(s, lines, progress);
 }
 
 } // namespace zorvekan

@@ -3,6 +3,8 @@
 
 #include "core/display_mask.h"
 
+#include <cmath>
+
 namespace zorvekan {
 
 namespace {
@@ -22,7 +24,17 @@ void setFluidChecks(const AnalysisState& s, InputRefill& r) {
     r.gasAnalysis = code == kGasPseudopressure ? kGasAnalysisModes[0] : kGasAnalysisModes[1];
 }
 
+// 18 decimals hold 15 significant digits down to 1E-4.
+constexpr const char* kRefillMask = "#.##################";
+constexpr const char* kRefillExponentMask = "#.##############E-00";
+
 } // namespace
+
+std::string refillText(double typed) {
+    const double size = std::fabs(typed);
+    const bool exponent = size != 0 && (size < 1e-4 || size >= 1e15);
+    return Format(typed, exponent ? kRefillExponentMask : kRefillMask);
+}
 
 std::vector<PropertyBox> fileCarriedBoxes(int fluidCode) {
     using B = PropertyBox;
@@ -47,7 +59,7 @@ InputRefill refillInputScreen(AnalysisState& s) {
     r.rateTimeUnit = kRateTimeUnits[s.RateTimeUnit == 1 ? 1 : 0];
     r.testTimeUnit = kTestTimeUnits[s.TestTimeUnit == 1 ? 0 : 1];
     for (const PropertyBox box : fileCarriedBoxes(s.FluidFlags)) {
-        std::string text = Format(typedValue(s, box), propertyBox(box).refillMask);
+        std::string text = refillText(typedValue(s, box));
         if (applyPropertyText(s, box, text))
             r.undersaturated = true;
         r.boxes.push_back({box, std::move(text)});
