@@ -12,13 +12,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <string.h> // memrchr
 
 namespace zorvekan {
 
 namespace {
 
-constexpr long long kProgressLines = 1 << 14; // a look at the progress every 16384 lines
-constexpr double kCountShare = 0.3;           // of the work: the counting pass, then selection
+constexpr double kCountShare = 0.3; // of the work: the counting pass, then selection
 constexpr const char* kFileChanged = "the file changed while it was imported; import it again";
 
 bool isBlank(char c) {
@@ -131,13 +131,27 @@ std::string numberText(double v) {
     return text;
 }
 
-bool cancelled(const ImportProgress& progress, double fraction, ImportResult& result) {
-    if (!progress || progress(fraction))
+// Reports the progress of both passes, once a block of the file, each report beyond
+// the one before; false when the engineer cancelled (the result says so).
+class Progress {
+public:
+    explicit Progress(const ImportProgress& report) : m_report(report) {}
+
+    bool go(double fraction, ImportResult& result) {
+        if (!m_report || fraction <= m_reported)
+            return true;
+        m_reported = fraction;
+        if (m_report(fraction))
+            return true;
+        result.cancelled = true;
+        result.error.problem = "import cancelled";
         return false;
-    result.cancelled = true;
-    result.error.problem = "import cancelled";
-    return true;
-}
+    }
+
+private:
+    const ImportProgress& m_report;
+    double m_reported = 0;
+};
 
 ImportResult failure(ImportResult& result, long long line, std::string problem) {
     result.error.line = static_cast<int>(std::min<long long>(line, 2147483647));
@@ -145,49 +159,160 @@ ImportResult failure(ImportResult& result, long long line, std::string problem) 
     return result;
 }
 
-// The first pass: the number of pairs (without a first pair at time 0) and the time
-// of the last one, in hours, so the second pass can select without holding pairs.
+// What the first pass finds.
 struct PairCount {
-    long long pairs = 0;
-    double lastTime = 1;
+    long long pairs = 0; // without a first pair at time 0
+    double lastTime = 1; // of the last pair, in hours
 };
 
-bool countPairs(LineReader& lines, bool minutes, const ImportProgress& progress, PairCount& count,
-                ImportResult& result) {
-    long long numberLines = 0;
-    bool startsAtZero = false;
-    std::string lastPair;
-    std::string_view line;
-    while (lines.next(line)) {
+// The next line of a block from completeLines, without its line break.
+std::string_view nextLineIn(const char*& p, const char* end, char lineBreak) {
+    const auto* found = static_cast<const char*>(std::memchr(p, lineBreak, std::size_t(end - p)));
+    const char* stop = found ? found : end;
+    std::string_view line(p, std::size_t(stop - p));
+    if (lineBreak == '\n' && !line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    p = found ? found + 1 : end;
+    return line;
+}
+
+// The first pass: the number of pairs (without a first pair at time 0) and the time
+// of the last one, in hours, so the second pass can select without holding pairs.
+// Lines are classed by their first character alone; a block in which every line
+// begins with a digit, as nearly all of a gauge record does, is counted at once.
+class PairCounter {
+public:
+    explicit PairCounter(LineReader& lines) : m_lines(lines) {}
+
+    bool count(bool minutes, Progress& progress, PairCount& count, ImportResult& result) {
+        for (std::string_view block; !(block = m_lines.completeLines()).empty();) {
+            const long long lines = countBlock(block);
+            m_lines.consume(block, lines);
+            if (!progress.go(kCountShare * m_lines.fraction(), result))
+                return false;
+        }
+        for (std::string_view line; m_lines.next(line);) // a last line without a line break
+            classify(line);
+        if (m_lines.failed()) {
+            result.error = m_lines.error();
+            return false;
+        }
+        count.pairs = m_numberLines - (m_startsAtZero ? 1 : 0);
+        // A last line that is not a pair is refused by the second pass, before this matters.
+        std::string last;
+        double t = 0;
+        if (m_numberLines > 0 && m_lines.lineAt(m_lastPair, last)) {
+            const char* p = last.data();
+            const char* const end = p + last.size();
+            lineStart(p, end);
+            if (readNumber(p, end, t, p) == NumberRead::Ok && t > 0)
+                count.lastTime = minutes ? t / 60.0 : t;
+        }
+        return true;
+    }
+
+private:
+    long long countBlock(std::string_view block) {
+        const auto* b = reinterpret_cast<const unsigned char*>(block.data());
+        const std::size_t n = block.size();
+        const auto lineBreak = static_cast<unsigned char>(m_lines.lineBreak());
+        std::size_t breaks = 1, digitStarts = static_cast<unsigned char>(b[0] - '0') < 10;
+        // In runs of 255 bytes, so that the compiler's vectorised sums fit in bytes.
+        for (std::size_t run = 0; run + 1 < n; run += 255) {
+            const std::size_t stop = std::min(run + 255, n - 1);
+            unsigned char runBreaks = 0, runDigitStarts = 0;
+            for (std::size_t i = run; i < stop; ++i) {
+                const bool isBreak = b[i] == lineBreak;
+                runBreaks += isBreak;
+                runDigitStarts += isBreak & (static_cast<unsigned char>(b[i + 1] - '0') < 10);
+            }
+            breaks += runBreaks;
+            digitStarts += runDigitStarts;
+        }
+        if (digitStarts == breaks && m_numberLines > 0) {
+            m_numberLines += static_cast<long long>(breaks);
+            const void* before = ::memrchr(b, lineBreak, n - 1);
+            const char* lastLine = before ? static_cast<const char*>(before) + 1 : block.data();
+            m_lastPair = m_lines.offsetOf(std::string_view(lastLine, 0));
+        } else {
+            const char* p = block.data();
+            const char* const end = p + n;
+            while (p < end)
+                classify(nextLineIn(p, end, m_lines.lineBreak()));
+        }
+        return static_cast<long long>(breaks);
+    }
+
+    void classify(std::string_view line) {
         const char* p = line.data();
         const char* const end = p + line.size();
-        if (lineStart(p, end) == LineStart::Number) {
-            if (numberLines++ == 0) {
-                double t = 0;
-                startsAtZero = readNumber(p, end, t, p) == NumberRead::Ok && t == 0;
-            }
-            lastPair.assign(line);
+        if (lineStart(p, end) != LineStart::Number)
+            return;
+        if (m_numberLines++ == 0) {
+            double t = 0;
+            m_startsAtZero = readNumber(p, end, t, p) == NumberRead::Ok && t == 0;
         }
-        if (lines.lineNumber() % kProgressLines == 0 &&
-            cancelled(progress, kCountShare * lines.fraction(), result))
-            return false;
+        m_lastPair = m_lines.offsetOf(line);
     }
-    if (lines.failed()) {
-        result.error = lines.error();
-        return false;
+
+    LineReader& m_lines;
+    long long m_numberLines = 0;
+    bool m_startsAtZero = false;
+    long long m_lastPair = 0; // where the last line that begins with a number starts
+};
+
+// The end of a number that readNumber reads as a plain decimal in range ([+][-]digits
+// with at most one point, no exponent), without computing its value; null for any
+// other text, which then goes through readNumber.
+const char* plainNumberEnd(const char* p, const char* end) {
+    if (p < end && *p == '+')
+        ++p;
+    if (p < end && *p == '-')
+        ++p;
+    std::ptrdiff_t digits = 0;
+    while (p < end && isDigit(*p)) {
+        ++p;
+        ++digits;
     }
-    count.pairs = numberLines - (startsAtZero ? 1 : 0);
-    // A last line that is not a pair is refused by the second pass, before this matters.
-    double t = 0;
-    const char* p = lastPair.data();
-    if (readNumber(p, p + lastPair.size(), t, p) == NumberRead::Ok && t > 0)
-        count.lastTime = minutes ? t / 60.0 : t;
-    return true;
+    if (p < end && *p == '.')
+        ++p;
+    while (p < end && isDigit(*p)) {
+        ++p;
+        ++digits;
+    }
+    // At most 300 digits: from 1E-300 to below 1E300, far inside the range of doubles.
+    if (digits == 0 || digits > 300 || (p < end && (*p == 'e' || *p == 'E' || *p == '.')))
+        return nullptr;
+    return p;
 }
 
 } // namespace
 
-bool PairLineReader::read(std::string_view line, PairLine& out, std::string& problem) {
+const char* PairLineReader::quickPair(const char* p, const char* end, char lineBreak,
+                                      double& time) {
+    const char* q = p;
+    if (!plainDecimal(p, end, time, q) || !(time > 0))
+        return nullptr;
+    const char* s = skipBlanks(q, end);
+    if (s < end && (*s == ',' || *s == ';'))
+        s = skipBlanks(s + 1, end);
+    if (s == q)
+        return nullptr;
+    const char* r = plainNumberEnd(s, end);
+    if (!r)
+        return nullptr;
+    while (r < end && (isBlank(*r) || *r == ',' || *r == ';'))
+        ++r;
+    if (lineBreak == '\n' && r < end && *r == '\r')
+        ++r;
+    if (r == end || *r != lineBreak)
+        return nullptr;
+    m_dataBegun = true;
+    return r + 1;
+}
+
+bool PairLineReader::read(std::string_view line, PairLine& out, std::string& problem,
+                          bool withPressure) {
     const char* p = line.data();
     const char* const end = p + line.size();
     switch (lineStart(p, end)) {
@@ -227,7 +352,10 @@ bool PairLineReader::read(std::string_view line, PairLine& out, std::string& pro
         problem = shownLine(p, end) + " is not a time/pressure pair";
         return false;
     }
-    const NumberRead second = readNumber(s, end, out.pressure, q);
+    const char* plainEnd = withPressure ? nullptr : plainNumberEnd(s, end);
+    const NumberRead second = plainEnd ? NumberRead::Ok : readNumber(s, end, out.pressure, q);
+    if (plainEnd)
+        q = plainEnd;
     if (second != NumberRead::Ok) {
         problem = second == NumberRead::OutOfRange ? "the pressure is beyond the range of numbers"
                                                    : shownLine(s, end) + " is not a pressure";
@@ -243,74 +371,152 @@ bool PairLineReader::read(std::string_view line, PairLine& out, std::string& pro
     return true;
 }
 
-ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgress& progress) {
+namespace {
+
+// The second pass: every line checked, the pairs selected as they come.
+class SelectingPass {
+public:
+    SelectingPass(const PairCount& count, bool minutes, ImportResult& result)
+        : m_count(count), m_minutes(minutes), m_result(result),
+          m_selector(static_cast<std::size_t>(count.pairs), count.lastTime, kMaxTestPoints) {}
+
+    // Any line; false when it is refused (the result says why).
+    bool line(std::string_view line, long long number) {
+        ImportSummary& summary = m_result.summary;
+        if (!m_reader.read(line, m_pair, m_problem, false))
+            return fail(number, m_problem);
+        switch (m_pair.kind) {
+        case PairLine::Kind::Blank:
+            ++summary.blankLines;
+            return true;
+        case PairLine::Kind::Comment:
+            ++summary.commentLines;
+            return true;
+        case PairLine::Kind::Header:
+            ++summary.headerLines;
+            return true;
+        case PairLine::Kind::Pair:
+            break;
+        }
+        if (m_pair.time < 0)
+            return fail(number, "the time is negative");
+        if (m_pair.time == 0 && (summary.pairsInFile > 0 || summary.startPressure))
+            return fail(number, "a pair at time 0 after other pairs: only the first pair may be "
+                                "the start of the test");
+        if (m_pair.time > 0)
+            return pair(m_pair.time, number, line);
+        if (!m_reader.read(line, m_pair, m_problem)) // the start pressure, computed now
+            return fail(number, m_problem);
+        summary.startPressure = m_pair.pressure;
+        return true;
+    }
+
+    // A pair line with its time above 0, as written; the pressure is read only when
+    // the pair is kept.
+    bool pair(double written, long long number, std::string_view line) {
+        ImportSummary& summary = m_result.summary;
+        const double t = m_minutes ? written / 60.0 : written;
+        if (summary.pairsInFile > 0 && t < m_previous)
+            return fail(number, "the time " + numberText(written) +
+                                    " is earlier than the time of line " +
+                                    std::to_string(m_previousLine) + " (" +
+                                    numberText(m_minutes ? m_previous * 60.0 : m_previous) +
+                                    "): times must not decrease");
+        if (summary.pairsInFile == m_count.pairs)
+            return fail(number, kFileChanged);
+        ++summary.pairsInFile;
+        m_previous = t;
+        m_previousLine = number;
+        if (!m_selector.keep(t))
+            return true;
+        if (!m_reader.read(line, m_pair, m_problem))
+            return fail(number, m_problem);
+        m_time[m_kept] = t;
+        m_pressure[m_kept] = m_pair.pressure;
+        ++m_kept;
+        return true;
+    }
+
+    PairLineReader& reader() { return m_reader; }
+    std::size_t kept() const { return m_kept; }
+    double time(std::size_t k) const { return m_time[k]; }
+    double pressure(std::size_t k) const { return m_pressure[k]; }
+
+private:
+    bool fail(long long number, std::string problem) {
+        failure(m_result, number, std::move(problem));
+        return false;
+    }
+
+    const PairCount& m_count;
+    bool m_minutes;
+    ImportResult& m_result;
+    LogTimeSelector m_selector;
+    PairLineReader m_reader;
+    PairLine m_pair;
+    std::string m_problem;
+    double m_previous = 0;
+    long long m_previousLine = 0;
+    std::array<double, kMaxTestPoints> m_time{}, m_pressure{};
+    std::size_t m_kept = 0;
+};
+
+// The lines of a block: the common pair lines read in one sweep, the others by line.
+// Returns the number of lines, or -1 when one was refused.
+long long selectBlock(SelectingPass& pass, std::string_view block, long long firstNumber,
+                      char lineBreak) {
+    const char* p = block.data();
+    const char* const end = p + block.size();
+    long long number = firstNumber;
+    for (; p < end; ++number) {
+        const char* begin = p;
+        double time = 0;
+        if (const char* next = pass.reader().quickPair(p, end, lineBreak, time)) {
+            p = next;
+            std::string_view line(begin, std::size_t(next - 1 - begin));
+            if (lineBreak == '\n' && !line.empty() && line.back() == '\r')
+                line.remove_suffix(1);
+            if (!pass.pair(time, number, line))
+                return -1;
+        } else if (!pass.line(nextLineIn(p, end, lineBreak), number)) {
+            return -1;
+        }
+    }
+    return number - firstNumber;
+}
+
+} // namespace
+
+ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgress& report) {
     ImportResult result;
+    Progress progress(report);
     result.error.file = lines.name();
     const bool minutes = s.TestTimeUnit == 1;
     PairCount count;
-    if (!countPairs(lines, minutes, progress, count, result))
+    if (!PairCounter(lines).count(minutes, progress, count, result))
         return result;
     if (!lines.rewind()) {
         result.error = lines.error();
         return result;
     }
 
-    LogTimeSelector selector(static_cast<std::size_t>(count.pairs), count.lastTime, kMaxTestPoints);
-    std::array<double, kMaxTestPoints> keptTime{}, keptPressure{};
-    int kept = 0;
-    ImportSummary& summary = result.summary;
-    PairLineReader reader;
-    PairLine pair;
-    std::string problem;
-    double previous = 0;
-    long long previousLine = 0;
-    std::string_view line;
-    while (lines.next(line)) {
-        const long long number = lines.lineNumber();
-        if (!reader.read(line, pair, problem))
-            return failure(result, number, problem);
-        if (pair.kind == PairLine::Kind::Blank)
-            ++summary.blankLines;
-        else if (pair.kind == PairLine::Kind::Comment)
-            ++summary.commentLines;
-        else if (pair.kind == PairLine::Kind::Header)
-            ++summary.headerLines;
-        else if (pair.time < 0)
-            return failure(result, number, "the time is negative");
-        else if (pair.time == 0 && (summary.pairsInFile > 0 || summary.startPressure))
-            return failure(result, number,
-                           "a pair at time 0 after other pairs: only the first pair may be the "
-                           "start of the test");
-        else if (pair.time == 0)
-            summary.startPressure = pair.pressure;
-        else {
-            const double t = minutes ? pair.time / 60.0 : pair.time;
-            if (summary.pairsInFile > 0 && t < previous)
-                return failure(result, number,
-                               "the time " + numberText(pair.time) +
-                                   " is earlier than the time of line " +
-                                   std::to_string(previousLine) + " (" +
-                                   numberText(minutes ? previous * 60.0 : previous) +
-                                   "): times must not decrease");
-            if (summary.pairsInFile == count.pairs)
-                return failure(result, number, kFileChanged);
-            ++summary.pairsInFile;
-            previous = t;
-            previousLine = number;
-            if (selector.keep(t)) {
-                keptTime[static_cast<std::size_t>(kept)] = t;
-                keptPressure[static_cast<std::size_t>(kept)] = pair.pressure;
-                ++kept;
-            }
-        }
-        if (number % kProgressLines == 0 &&
-            cancelled(progress, kCountShare + (1 - kCountShare) * lines.fraction(), result))
+    SelectingPass pass(count, minutes, result);
+    for (std::string_view block; !(block = lines.completeLines()).empty();) {
+        const long long count = selectBlock(pass, block, lines.lineNumber() + 1, lines.lineBreak());
+        if (count < 0)
+            return result;
+        lines.consume(block, count);
+        if (!progress.go(kCountShare + (1 - kCountShare) * lines.fraction(), result))
             return result;
     }
+    for (std::string_view line; lines.next(line);) // a last line without a line break
+        if (!pass.line(line, lines.lineNumber()))
+            return result;
     if (lines.failed()) {
         result.error = lines.error();
         return result;
     }
+    ImportSummary& summary = result.summary;
     if (summary.pairsInFile != count.pairs)
         return failure(result, 0, kFileChanged);
     if (summary.pairsInFile == 0)
@@ -318,17 +524,16 @@ ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgre
                        summary.startPressure
                            ? "no time/pressure pairs after the pair at time 0: nothing to import"
                            : "no time/pressure pairs found: nothing to import");
-    if (progress)
-        progress(1.0);
+    progress.go(1.0, result);
 
     // Nothing below can fail: the state changes only now.
-    summary.pairsKept = kept;
-    summary.resized = summary.pairsInFile > kept;
-    for (int k = 0; k < kept; ++k) {
-        s.TestTime[k + 1] = keptTime[static_cast<std::size_t>(k)];
-        s.TestPressure[k + 1] = keptPressure[static_cast<std::size_t>(k)];
+    summary.pairsKept = static_cast<int>(pass.kept());
+    summary.resized = summary.pairsInFile > summary.pairsKept;
+    for (std::size_t k = 0; k < pass.kept(); ++k) {
+        s.TestTime[k + 1] = pass.time(k);
+        s.TestPressure[k + 1] = pass.pressure(k);
     }
-    s.TestPointCount = static_cast<std::int16_t>(kept);
+    s.TestPointCount = static_cast<std::int16_t>(pass.kept());
     if (summary.startPressure) {
         result.startPressureText = Format(*summary.startPressure, "#####.#");
         applyPropertyText(s, PropertyBox::StartPressure, *result.startPressureText);

@@ -62,8 +62,16 @@ struct PairLine {
 // above is refused with the reason.
 class PairLineReader {
 public:
-    // False with `problem` set when the line is neither a pair nor skippable.
-    bool read(std::string_view line, PairLine& out, std::string& problem);
+    // False with `problem` set when the line is neither a pair nor skippable. Without
+    // `withPressure` the pressure is checked but, when it is a plain decimal, not
+    // computed (out.pressure is then unset): a pass that keeps few pairs saves the work.
+    bool read(std::string_view line, PairLine& out, std::string& problem, bool withPressure = true);
+
+    // The common line "time<separator>pressure<line break>" of plain decimals with a
+    // time above 0, read as `read` reads it but in the same sweep that finds its end:
+    // the start of the next line, the time set (the pressure checked, not computed).
+    // Null for any other line, which then goes to `read`.
+    const char* quickPair(const char* p, const char* end, char lineBreak, double& time);
 
 private:
     bool m_dataBegun = false;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string.h> // memrchr
 #include <unistd.h>
 
 namespace zorvekan {
@@ -122,6 +123,40 @@ bool LineReader::refill() {
     if (!m_started && !checkStart())
         return false;
     return checkNul(std::max<const char*>(fresh, m_pos), m_end);
+}
+
+std::string_view LineReader::completeLines() {
+    // Text in memory is handed out in blocks of the buffer's size as well, so a pass
+    // over it reports its progress as often as over a file.
+    if (m_fd < 0 && std::size_t(m_end - m_pos) > kBlock)
+        if (const void* last = ::memrchr(m_pos, m_break, kBlock))
+            return std::string_view(m_pos, std::size_t(static_cast<const char*>(last) + 1 - m_pos));
+    for (;;) {
+        const void* last = ::memrchr(m_pos, m_break, std::size_t(m_end - m_pos));
+        if (last)
+            return std::string_view(m_pos, std::size_t(static_cast<const char*>(last) + 1 - m_pos));
+        if (!refill())
+            return {};
+    }
+}
+
+bool LineReader::lineAt(long long offset, std::string& line) {
+    line.clear();
+    if (m_fd < 0) {
+        line = m_text.substr(std::size_t(offset));
+    } else {
+        char block[4096];
+        while (line.size() < kLongestLine && line.find_first_of("\r\n") == std::string::npos) {
+            const ssize_t got = ::pread(m_fd, block, sizeof block, offset + long(line.size()));
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got <= 0)
+                break;
+            line.append(block, std::size_t(got));
+        }
+    }
+    line.resize(std::min(line.find_first_of("\r\n"), line.size()));
+    return true;
 }
 
 bool LineReader::lastLine(std::string_view& line) {

@@ -53,8 +53,28 @@ public:
         }
     }
 
+    // The lines read into the buffer and not yet returned, up to the last line break:
+    // a pass that handles many lines at once scans them itself and then calls
+    // consume. Empty at the end of the file (a last line without a line break is
+    // left to next) or on an error.
+    std::string_view completeLines();
+    // Marks `lines`, returned by completeLines and holding `count` lines, as read.
+    void consume(std::string_view lines, long long count) {
+        m_pos = lines.data() + lines.size();
+        m_line += count;
+    }
+    // The line break of the file: LF (lines may end in CR LF) or CR.
+    char lineBreak() const { return m_break; }
+
     // The 1-based number of the line `next` returned last.
     long long lineNumber() const { return m_line; }
+    // Where a line `next` returned starts in the file, for lineAt.
+    long long offsetOf(std::string_view line) const {
+        return m_consumed + (line.data() - (m_fd < 0 ? m_text.data() : m_buffer.data()));
+    }
+    // The line that starts at `offset` (offsetOf), read again without moving the
+    // reader: a pass can note where a line is instead of copying every candidate.
+    bool lineAt(long long offset, std::string& line);
     // The part of the file read so far, 0 to 1.
     double fraction() const;
     // Starts again at the first line. False with error() filled when the file cannot

@@ -579,6 +579,7 @@ void InputScreen::showRefill(const InputRefill& r) {
             QLineEdit* box = m_boxes[static_cast<std::size_t>(b.box)];
             const QSignalBlocker block(box);
             box->setText(qs(b.text));
+            box->setCursorPosition(0); // a value longer than the box shows its leading digits
         }
         m_radius->setText(qs(drainageRadiusText(m_ctx.state)));
         m_undersaturated->setVisible(r.undersaturated);
