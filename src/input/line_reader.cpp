@@ -84,7 +84,7 @@ bool LineReader::checkNul(const char* from, const char* to) {
         return true;
     const std::string_view text(m_pos, std::size_t(to - m_pos));
     return fail(nulByteError(m_error.file, text, std::size_t(static_cast<const char*>(nul) - m_pos),
-                             m_line + 1));
+                             m_line + 1, m_break));
 }
 
 // Moves the unread part of the buffer to its start and reads behind it. False at the

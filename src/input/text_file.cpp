@@ -135,10 +135,10 @@ FileError wideEncodingError(const std::string& file, const std::string& encoding
 }
 
 FileError nulByteError(const std::string& file, std::string_view text, std::size_t offset,
-                       long long firstLine) {
+                       long long firstLine, char lineBreak) {
     const std::string_view before = text.substr(0, offset);
-    const auto breaks = std::count(before.begin(), before.end(), '\n');
-    const std::size_t lineStart = before.find_last_of('\n');
+    const auto breaks = std::count(before.begin(), before.end(), lineBreak);
+    const std::size_t lineStart = before.find_last_of(lineBreak);
     const std::size_t column =
         lineStart == std::string_view::npos ? offset + 1 : offset - lineStart;
     const long long line = firstLine + breaks;

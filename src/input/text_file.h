@@ -33,9 +33,10 @@ std::size_t utf8MarkLength(std::string_view text);
 // The refusal of a file whose first bytes are wide characters (wideEncoding).
 FileError wideEncodingError(const std::string& file, const std::string& encoding);
 
-// The refusal of a NUL byte at `offset` of `text`, whose first line is `firstLine`:
-// it names the line and column, so a gauge file with a damaged block is found.
+// The refusal of a NUL byte at `offset` of `text`, whose first line is `firstLine`
+// and whose lines end with `lineBreak`: it names the line and column, so a gauge file
+// with a damaged block is found.
 FileError nulByteError(const std::string& file, std::string_view text, std::size_t offset,
-                       long long firstLine);
+                       long long firstLine, char lineBreak = '\n');
 
 } // namespace zorvekan

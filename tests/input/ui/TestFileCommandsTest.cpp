@@ -316,8 +316,9 @@ private Q_SLOTS:
         QVERIFY(!t->screen("datct")->isVisible());
     }
 
-    // A save that cannot be completed must say which file failed and never damage
-    // the file it was to replace; a name typed bare gets the test-file extension.
+    // A save that cannot be completed must say which file failed in the file-error box
+    // (the failures themselves are played with the writer); a name typed bare gets the
+    // test-file extension.
     void saveFailureKeepsThePreviousFile() {
         openFile(kExamples + u"oil-buildup.zvt"_s);
         command("Save", path("bare"));
@@ -332,18 +333,7 @@ private Q_SLOTS:
         QCOMPARE(t->messages.lastTitle(), kFileErrorTitle);
         QVERIFY2(t->messages.lastText().contains(path("missing/test.zvt") + u": "_s),
                  qPrintable(t->messages.lastText()));
-
-        // A folder where the file should go cannot be replaced by a file.
-        QVERIFY(QDir(dir->path()).mkdir(u"taken.zvt"_s));
-        writeFile(path("taken.zvt/keep.txt"), "kept");
-        command("Save", path("taken.zvt"));
-        QCOMPARE(t->messages.messages.size(), 2);
-        QVERIFY(t->messages.lastText().contains(path("taken.zvt")));
-        QFile kept(path("taken.zvt/keep.txt"));
-        QVERIFY(kept.open(QIODevice::ReadOnly));
-        QCOMPARE(kept.readAll(), QByteArray("kept"));
-        const QStringList left = QDir(dir->path()).entryList(QDir::Files);
-        QCOMPARE(left, QStringList{u"bare.zvt"_s}); // no temporary file left behind
+        QCOMPARE(QDir(dir->path()).entryList(QDir::Files), QStringList{u"bare.zvt"_s});
     }
 
     // A title from a file written elsewhere that is not UTF-8 must not turn into
