@@ -53,10 +53,44 @@ void printError(const QString& text) {
     std::abort();
 }
 
+// --help is answered before the windowing system is started, so it works where
+// there is no display.
+bool asksForHelp(int argc, char** argv) {
+    for (int i = 1; i < argc && std::strcmp(argv[i], "--") != 0; ++i)
+        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0)
+            return true;
+    return false;
+}
+
+// In a run without windows a message box would wait for ever for a click: each
+// message goes to stderr instead, and the run ends in failure.
+class ConsoleMessageService final : public zorvekan::MessageService {
+public:
+    void show(QWidget*, Kind, const QString& title, const QString& text) override {
+        printError(title + QStringLiteral(": ") + text);
+        m_shown = true;
+    }
+    // Nothing can be answered without a window: the question is printed and the second
+    // choice (Discard, No) is taken.
+    bool ask(QWidget*, const QString& title, const QString& text, const QString&,
+             const QString&) override {
+        printError(title + QStringLiteral(": ") + text);
+        return false;
+    }
+    bool shown() const { return m_shown; }
+
+private:
+    bool m_shown = false;
+};
+
 } // namespace
 
 int main(int argc, char** argv) {
     using namespace zorvekan;
+    if (asksForHelp(argc, argv)) {
+        std::fputs(launchUsage().c_str(), stdout);
+        return 0;
+    }
     useOffscreenPlatformForExport(argc, argv);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zorvekan"));
@@ -75,11 +109,14 @@ int main(int argc, char** argv) {
         return options.error ? 2 : 0;
     }
 
+    const bool headless = !options.exports.empty();
     AnalysisState state;
-    DialogMessageService messages;
+    DialogMessageService dialogs;
+    ConsoleMessageService console;
     PlatformFileDialogService files;
     PrinterPrintService printer;
-    Program program(state, messages, files, printer, [](int code) { QApplication::exit(code); });
+    Program program(state, headless ? static_cast<MessageService&>(console) : dialogs, files,
+                    printer, [](int code) { QApplication::exit(code); });
     g_program = &program;
     struct Forget {
         ~Forget() { g_program = nullptr; }
@@ -92,12 +129,14 @@ int main(int argc, char** argv) {
             printError(error);
             return 1;
         }
+        if (console.shown())
+            return 1;
     }
-    if (!options.exports.empty()) {
+    if (headless) {
         const QStringList errors = program.exportPages(options.exports);
         for (const QString& e : errors)
             printError(e);
-        return errors.isEmpty() ? 0 : 1;
+        return errors.isEmpty() && !console.shown() ? 0 : 1;
     }
     program.start();
     return QApplication::exec();

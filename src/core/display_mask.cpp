@@ -250,6 +250,8 @@ std::string Format(double value, std::string_view mask) {
     double absValue = std::fabs(value);
     if (m.percent)
         absValue *= 100.0;
+    if (std::isinf(absValue)) // a percentage of a value near the double limit
+        return showMinus ? "-Infinity" : "Infinity";
     if (m.intPlaceholders.empty() && m.fracPlaceholders.empty() && !m.hasPoint)
         return (showMinus ? "-" : "") + m.prefix + m.suffix;
     const std::string body =

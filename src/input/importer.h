@@ -2,15 +2,13 @@
 #pragma once
 
 #include "core/analysis_state.h"
-#include "input/text_file.h"
+#include "core/file_error.h"
+#include "input/line_reader.h"
 
-#include <cstddef>
 #include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace zorvekan {
 
@@ -22,10 +20,12 @@ namespace zorvekan {
 //     characters //) and header lines (lines before the first pair that do not begin
 //     with a number) are skipped and counted; any other line is an error;
 //   - times are in the test-time unit of the input screen: minutes are divided by 60;
-//   - a pair at time 0 is the start of the test: its pressure is the start pressure
-//     and it is not a test point (as the time-0 row of entry); a negative time is an
-//     error;
-//   - more than 500 pairs are reduced to 500 by logTimeSelection.
+//   - a first pair at time 0 is the start of the test: its pressure is the start
+//     pressure and it is not a test point (as the time-0 row of entry); a pair at
+//     time 0 after other pairs, a negative time and a time earlier than the one
+//     before are errors;
+//   - more than 500 pairs are reduced to 500 by LogTimeSelector;
+//   - the file is text: see LineReader for the encodings and bytes it refuses.
 
 // The captions of the import notice (datct).
 inline constexpr const char* kImportNoticeHeading = "Importing Test Data";
@@ -46,34 +46,36 @@ struct ImportSummary {
     long long skippedLines() const { return blankLines + commentLines + headerLines; }
 };
 
-// Called now and then during a long import with the fraction of the file read
+// Called now and then during a long import with the fraction of the work done
 // (0 to 1), so a screen can show progress and keep repainting; returning false
 // cancels the import (the state is left untouched).
 using ImportProgress = std::function<bool(double fraction)>;
 
-struct ImportedPairs {
-    std::vector<double> time;     // hours, in file order
-    std::vector<double> pressure; // psia
-    ImportSummary summary;
+// One line of an import file read by the rules above.
+struct PairLine {
+    enum class Kind { Blank, Comment, Header, Pair } kind = Kind::Blank;
+    double time = 0;     // as written (minutes not yet turned into hours)
+    double pressure = 0; // psia
 };
 
-enum class ParseStatus { Ok, Failed, Cancelled };
+// Reads the lines of an import file one by one; a line that is none of the kinds
+// above is refused with the reason.
+class PairLineReader {
+public:
+    // False with `problem` set when the line is neither a pair nor skippable. Without
+    // `withPressure` the pressure is checked but, when it is a plain decimal, not
+    // computed (out.pressure is then unset): a pass that keeps few pairs saves the work.
+    bool read(std::string_view line, PairLine& out, std::string& problem, bool withPressure = true);
 
-// Reads every pair of the text by the rules above (no reduction yet). On failure
-// `error` names the line and what was wrong.
-ParseStatus parseImportText(std::string_view text, const std::string& name, bool minutes,
-                            ImportedPairs& pairs, FileError& error,
-                            const ImportProgress& progress = {});
+    // The common line "time<separator>pressure<line break>" of plain decimals with a
+    // time above 0, read as `read` reads it but in the same sweep that finds its end:
+    // the start of the next line, the time set (the pressure checked, not computed).
+    // Null for any other line, which then goes to `read`.
+    const char* quickPair(const char* p, const char* end, char lineBreak, double& time);
 
-// The points kept when n times are reduced to `keep` (n > keep >= 2) so that the
-// test keeps its shape on a log-time axis: the first and last points are kept;
-// from each kept point the next one is the first point at least 1/r of the
-// remaining log-time span later, r being the number of points still to choose
-// (so the spacing is even in log time); where the data are sparser than that
-// spacing (early wellbore-storage data) every point is kept and the spacing of the
-// rest shrinks accordingly; a point is never taken so late that too few remain.
-// Exactly `keep` indices, ascending. Times must be above 0. With n <= keep, all.
-std::vector<std::size_t> logTimeSelection(std::span<const double> time, std::size_t keep);
+private:
+    bool m_dataBegun = false;
+};
 
 struct ImportResult {
     bool ok = false;
@@ -83,14 +85,18 @@ struct ImportResult {
     std::optional<std::string> startPressureText; // psin's new text, "#####.#"
 };
 
-// Import into the state: on success TestTime, TestPressure and TestPointCount hold
-// the pairs kept, and a time-0 pair has set the start pressure through the psin box
-// rule (the screen shows startPressureText). A failed or cancelled import leaves
-// the state untouched.
+// Import into the state from the lines of `lines`, in two passes (count, then
+// select): on success TestTime, TestPressure and TestPointCount hold the pairs kept,
+// and a time-0 pair has set the start pressure through the psin box rule (the screen
+// shows startPressureText). A failed or cancelled import leaves the state untouched.
+// Memory does not depend on the size of the file.
+ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgress& progress = {});
+
+// importLines on text held in memory.
 ImportResult importTestData(AnalysisState& s, std::string_view text, const std::string& name,
                             const ImportProgress& progress = {});
 
-// importTestData on the contents of `path`.
+// importLines on the file at `path`.
 ImportResult importTestFile(AnalysisState& s, const std::string& path,
                             const ImportProgress& progress = {});
 

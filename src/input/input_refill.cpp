@@ -3,7 +3,7 @@
 
 #include "core/display_mask.h"
 
-#include <cstdio>
+#include <cmath>
 
 namespace zorvekan {
 
@@ -24,7 +24,17 @@ void setFluidChecks(const AnalysisState& s, InputRefill& r) {
     r.gasAnalysis = code == kGasPseudopressure ? kGasAnalysisModes[0] : kGasAnalysisModes[1];
 }
 
+// 18 decimals hold 15 significant digits down to 1E-4.
+constexpr const char* kRefillMask = "#.##################";
+constexpr const char* kRefillExponentMask = "#.##############E-00";
+
 } // namespace
+
+std::string refillText(double typed) {
+    const double size = std::fabs(typed);
+    const bool exponent = size != 0 && (size < 1e-4 || size >= 1e15);
+    return Format(typed, exponent ? kRefillExponentMask : kRefillMask);
+}
 
 std::vector<PropertyBox> fileCarriedBoxes(int fluidCode) {
     using B = PropertyBox;
@@ -55,23 +65,10 @@ InputRefill choicesOf(const AnalysisState& s) {
 
 } // namespace
 
-InputRefill refillExactly(const AnalysisState& s) {
-    InputRefill r = choicesOf(s);
-    for (const PropertyBox box : fileCarriedBoxes(s.FluidFlags)) {
-        const double value = typedValue(s, box);
-        char text[40] = "";
-        if (value != 0)
-            std::snprintf(text, sizeof text, "%.15g", value);
-        r.boxes.push_back({box, text});
-    }
-    setFluidChecks(s, r);
-    return r;
-}
-
 InputRefill refillInputScreen(AnalysisState& s) {
     InputRefill r = choicesOf(s);
     for (const PropertyBox box : fileCarriedBoxes(s.FluidFlags)) {
-        std::string text = Format(typedValue(s, box), propertyBox(box).refillMask);
+        std::string text = refillText(typedValue(s, box));
         if (applyPropertyText(s, box, text))
             r.undersaturated = true;
         r.boxes.push_back({box, std::move(text)});

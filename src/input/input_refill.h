@@ -35,16 +35,17 @@ struct InputRefill {
 // more phases) with the solution GOR last, so its rule sees the rate history.
 std::vector<PropertyBox> fileCarriedBoxes(int fluidCode);
 
-// Refills the input screen from the state as Open does: each box the file carries
-// gets Format(typedValue, refill mask) and that text goes through the box's change
-// rule (applyPropertyText), so the stored values are those of the displayed text,
-// in the box's typed unit (porosity in %, rw in inches, ct in microsips). Returns
-// the texts and list choices for the screen.
-InputRefill refillInputScreen(AnalysisState& s);
+// The text a box is refilled with: every digit the test file holds (15 significant),
+// through a display mask of BASIC's kind, fixed ("95.11", "50.", ".5") from 1E-4 to
+// below 1E15 and in exponent form ("1.5E-05") outside, as the file writes numbers.
+// Its Val is the value itself for any number of at most 15 significant digits.
+std::string refillText(double typed);
 
-// The input screen showing the state exactly as it stands, as after a recovery:
-// each box the file carries shows its typed value to 15 significant digits (empty
-// for 0) and no change rule runs, so nothing in the state is rounded to a mask.
-InputRefill refillExactly(const AnalysisState& s);
+// Refills the input screen from the state as Open does: each box the file carries
+// gets refillText(typedValue) and that text goes through the box's change rule
+// (applyPropertyText), in the box's typed unit (porosity in %, rw in inches, ct in
+// microsips). The stored values are what the file holds. Returns the texts and list
+// choices for the screen.
+InputRefill refillInputScreen(AnalysisState& s);
 
 } // namespace zorvekan

@@ -14,31 +14,28 @@ constexpr double kSquareFeetPerAcre = 43560.0;
 constexpr double kDrainagePi = 3.1416; // the drainage radius has always used 3.1416
 
 const std::array<PropertyBoxInfo, kPropertyBoxCount> kBoxes = {{
-    {PropertyBox::Viscosity, "muin", "Viscosity      cp.", "##.###", &AnalysisState::OilViscosity,
-     1.0},
-    {PropertyBox::Fvf, "boin", "FVF      RVB/STB", "#.####", &AnalysisState::OilFvf, 1.0},
-    {PropertyBox::NetPay, "hin", "Net Pay        ft.", "####.#", &AnalysisState::Thickness, 1.0},
-    {PropertyBox::WellRadius, "rwin", "Well Radius        in.", "##.###",
-     &AnalysisState::WellboreRadius, 1.0 / 12.0},
-    {PropertyBox::Porosity, "phin", "Porosity     %", "##.##", &AnalysisState::Porosity, 0.01},
-    {PropertyBox::Compressibility, "ctin", "Total Compressibility            msips", "###.###",
-     &AnalysisState::TotalCompressibility, 1e-6},
-    {PropertyBox::DrainageArea, "rein", "Drainage Area        acres", "#####.#",
-     &AnalysisState::DrainageArea, kSquareFeetPerAcre},
-    {PropertyBox::StartPressure, "psin", "Pressure @ start            psia", "#####.#",
+    {PropertyBox::Viscosity, "muin", "Viscosity      cp.", &AnalysisState::OilViscosity, 1.0},
+    {PropertyBox::Fvf, "boin", "FVF      RVB/STB", &AnalysisState::OilFvf, 1.0},
+    {PropertyBox::NetPay, "hin", "Net Pay        ft.", &AnalysisState::Thickness, 1.0},
+    {PropertyBox::WellRadius, "rwin", "Well Radius        in.", &AnalysisState::WellboreRadius,
+     12.0},
+    {PropertyBox::Porosity, "phin", "Porosity     %", &AnalysisState::Porosity, 100.0},
+    {PropertyBox::Compressibility, "ctin", "Total Compressibility            msips",
+     &AnalysisState::TotalCompressibility, 1e6},
+    {PropertyBox::DrainageArea, "rein", "Drainage Area        acres", &AnalysisState::DrainageArea,
+     1.0 / kSquareFeetPerAcre},
+    {PropertyBox::StartPressure, "psin", "Pressure @ start            psia",
      &AnalysisState::StartPressure, 1.0},
-    {PropertyBox::Temperature, "trin", "Res.Temp.      F.", "###.#",
-     &AnalysisState::ReservoirTemperature, 1.0},
-    {PropertyBox::GasGravity, "ggin", "Gas  Gravity", "#.###", &AnalysisState::GasGravity, 1.0},
-    {PropertyBox::WaterFvf, "bwin", "Water FVF      RVB/STB", "#.####", &AnalysisState::WaterFvf,
+    {PropertyBox::Temperature, "trin", "Res.Temp.      F.", &AnalysisState::ReservoirTemperature,
      1.0},
-    {PropertyBox::WaterViscosity, "mwin", "Water Viscosity      cp.", "##.###",
+    {PropertyBox::GasGravity, "ggin", "Gas  Gravity", &AnalysisState::GasGravity, 1.0},
+    {PropertyBox::WaterFvf, "bwin", "Water FVF      RVB/STB", &AnalysisState::WaterFvf, 1.0},
+    {PropertyBox::WaterViscosity, "mwin", "Water Viscosity      cp.",
      &AnalysisState::WaterViscosity, 1.0},
-    {PropertyBox::GasFvf, "bgin", "Gas FVF      RVB/MCF", "##.####", &AnalysisState::GasFvf, 1.0},
-    {PropertyBox::GasViscosity, "mgin", "Gas Viscosity      cp.", "#.#####",
-     &AnalysisState::GasViscosity, 1.0},
-    {PropertyBox::SolutionGor, "rsin", "Sol'n Gas MCF/STB", "##.####", &AnalysisState::SolutionGor,
+    {PropertyBox::GasFvf, "bgin", "Gas FVF      RVB/MCF", &AnalysisState::GasFvf, 1.0},
+    {PropertyBox::GasViscosity, "mgin", "Gas Viscosity      cp.", &AnalysisState::GasViscosity,
      1.0},
+    {PropertyBox::SolutionGor, "rsin", "Sol'n Gas MCF/STB", &AnalysisState::SolutionGor, 1.0},
 }};
 
 } // namespace
@@ -127,22 +124,35 @@ const PropertyBoxInfo& propertyBox(PropertyBox box) {
     return kBoxes[static_cast<std::size_t>(box)];
 }
 
-bool applyPropertyText(AnalysisState& s, PropertyBox box, std::string_view text) {
-    const double typed = Val(text);
+bool applyTypedValue(AnalysisState& s, PropertyBox box, double typed) {
     if (box == PropertyBox::SolutionGor)
         return applySolutionGor(s, typed);
     const PropertyBoxInfo& info = propertyBox(box);
-    s.*info.field = finite(typed * info.typedToStored, info.objectName);
-    if (box == PropertyBox::DrainageArea)
+    if (box == PropertyBox::DrainageArea) {
+        // Whole square feet per acre: the product is the correctly rounded area.
+        s.DrainageArea = finite(typed * kSquareFeetPerAcre, info.objectName);
         s.DrainageRadius = squareRoot(s.DrainageArea / kDrainagePi);
+    } else {
+        s.*info.field = finite(typed / info.typedPerStored, info.objectName);
+    }
     return false;
 }
 
+bool applyPropertyText(AnalysisState& s, PropertyBox box, std::string_view text) {
+    return applyTypedValue(s, box, Val(text));
+}
+
+double drainageAreaAcres(const AnalysisState& s) {
+    if (s.DrainageArea >= 0 && std::sqrt(s.DrainageArea / kDrainagePi) == s.DrainageRadius)
+        return s.DrainageArea / kSquareFeetPerAcre;
+    return kDrainagePi * s.DrainageRadius * s.DrainageRadius / kSquareFeetPerAcre;
+}
+
 double typedValue(const AnalysisState& s, PropertyBox box) {
-    const PropertyBoxInfo& info = propertyBox(box);
     if (box == PropertyBox::DrainageArea)
-        return kDrainagePi * s.DrainageRadius * s.DrainageRadius / kSquareFeetPerAcre;
-    return s.*info.field / info.typedToStored;
+        return drainageAreaAcres(s);
+    const PropertyBoxInfo& info = propertyBox(box);
+    return s.*info.field * info.typedPerStored;
 }
 
 } // namespace zorvekan

@@ -73,23 +73,30 @@ enum class PropertyBox {
 struct PropertyBoxInfo {
     PropertyBox box;
     const char* objectName;
-    const char* label;      // caption with the typed unit
-    const char* refillMask; // display mask used when a test file refills the box
+    const char* label; // caption with the typed unit
     double AnalysisState::*field;
-    double typedToStored; // stored = typed * factor
+    double typedPerStored; // typed = stored * factor, stored = typed / factor
 };
 
 inline constexpr int kPropertyBoxCount = 15;
 const std::array<PropertyBoxInfo, kPropertyBoxCount>& propertyBoxes();
 const PropertyBoxInfo& propertyBox(PropertyBox box);
 
-// Stores the leniently parsed typed value of a property box with its unit conversion
-// (well radius in /12, porosity % /100, compressibility microsips *1e-6, area acres
-// *43560 with DrainageRadius = sqrt(A / 3.1416)). The solution GOR goes through
-// applySolutionGor; the returned flag is its undersaturated result.
+// Stores a typed value of a property box with its unit conversion (well radius in
+// inches /12, porosity % /100, compressibility microsips /1e6, area acres *43560 with
+// DrainageRadius = sqrt(A / 3.1416)). The solution GOR goes through applySolutionGor;
+// the returned flag is its undersaturated result.
+bool applyTypedValue(AnalysisState& s, PropertyBox box, double typed);
+
+// The change rule of a property box: applyTypedValue of the text's leading number.
 bool applyPropertyText(AnalysisState& s, PropertyBox box, std::string_view text);
 
 // The typed value of a stored property (the inverse conversion), for refilling a box.
 double typedValue(const AnalysisState& s, PropertyBox box);
+
+// The drainage area in acres that DrainageRadius stands for, pi re^2 / 43560. While
+// the radius is the one the stored area gives, that is the stored area itself, taken
+// without the round trip through the square root, so it never drifts by a last digit.
+double drainageAreaAcres(const AnalysisState& s);
 
 } // namespace zorvekan

@@ -17,9 +17,8 @@ inline constexpr const char* kRecoveryFileName = "unsaved-test.zvt";
 // Every recovery write goes through here.
 bool writeRecoveryFile(const AnalysisState& s, const std::string& path, FileError& error);
 
-// Reads a recovery file back into `s`: the test exactly as it was left, without the
-// display masks of Open (refillExactly), FlowRate and ProducingTime derived from its
-// rate history, DerivativeSpan 0.2. A file not read whole leaves `s` untouched.
+// Reads a recovery file back into `s` as Open reads a test file, whose refill gives
+// back every value exactly. A file not read whole leaves `s` untouched.
 OpenResult restoreRecoveryFile(AnalysisState& s, const std::string& path);
 
 } // namespace zorvekan

@@ -35,15 +35,20 @@ std::string testFileNumber(double value);
 // and a line break a blank, so the title always reads back as one text field.
 std::string testFileText(const AnalysisState& s);
 
-// Writes testFileText atomically (the previous file survives any failure).
+// Save of the input screen and of zorvekan-cli resave: testFileText written by
+// writeFileAtomically, so a failure (a full disk) leaves the file already at `path`
+// as it was and `error` names the file and the system's reason.
 bool saveTestFile(const AnalysisState& s, const std::string& path, FileError& error);
 
 // Reads records 1 to 5 into `s`, converting days, minutes, inches, microsips and
-// acres to the stored units with the unit choices of record 1. Fields separated by
-// commas or line breaks, quotes stripped, but stricter than a BASIC Input #: the
-// title must be quoted, every number must be a whole number (no "12abc"), flags and
-// counts must be in range (at most 25 rates and 500 test points), and the file must
-// end with a line break, so a truncated, corrupt or foreign file is refused.
+// acres to the stored units with the unit choices of record 1. One record a line,
+// fields separated by commas, quotes stripped, but stricter than a BASIC Input #:
+// each line must hold exactly the fields of its record for the fluid code (a rate
+// line of the wrong width or a RateCount the lines contradict is refused), the title
+// must be quoted, every number must be a whole number (no "12abc"), flags and counts
+// must be in range (at most 25 rates and 500 test points), the file must be 8-bit
+// text ending with a line break, so a truncated, corrupt or foreign file is refused.
+// A title that is not UTF-8 is taken as Latin-1 and stored in UTF-8.
 // On failure `s` is partly written: call it on a copy (loadTestFile does).
 bool parseTestFile(std::string_view text, const std::string& name, AnalysisState& s,
                    FileError& error);
@@ -61,7 +66,8 @@ struct OpenResult {
 // whole leaves `s` untouched. Fields the file does not carry keep their values.
 OpenResult loadTestFile(AnalysisState& s, std::string_view text, const std::string& name);
 
-// loadTestFile on the contents of `path`.
+// Open of the input screen and of zorvekan-cli resave: loadTestFile on the contents
+// of `path`, which must be a regular file (readWholeFile).
 OpenResult openTestFile(AnalysisState& s, const std::string& path);
 
 } // namespace zorvekan

@@ -1,52 +1,42 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/atomic_file.h"
+#include "core/file_error.h"
+
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace zorvekan {
 
-// What went wrong with a file a user chose, precise enough to find the spot:
-// "wells/b1.zvt: line 3: record 3a, WellboreRadius: \"abc\" is not a number".
-struct FileError {
-    std::string file;    // the path as the user gave it
-    int line = 0;        // 1-based; 0 when the fault is not on one line
-    std::string field;   // record and field, empty when the whole line or file is meant
-    std::string problem; // what was wrong, in plain words
+// Opens `path` for reading when it is a regular file. A folder, a named pipe, a
+// device (/dev/zero) or a socket is refused by name before anything is read, so
+// Open and Import never wait on a pipe nor read without end. Returns the file
+// descriptor and its size, or -1 with `error` filled.
+int openRegularFile(const std::string& path, long long& size, FileError& error);
 
-    std::string message() const;
-};
+// Reads a whole regular file of at most `maxBytes` into `contents`. Returns false
+// with `error` filled (not a regular file, larger than maxBytes, cannot be read).
+bool readWholeFile(const std::string& path, std::size_t maxBytes, std::string& contents,
+                   FileError& error);
 
-// Reads a whole file into `contents`. Returns false with `error` filled (the file
-// cannot be opened or read, or is a directory) and `contents` unspecified.
-bool readWholeFile(const std::string& path, std::string& contents, FileError& error);
+// The encoding of a file whose first bytes show wide characters, from its byte-order
+// mark or the zero bytes of ASCII characters in UTF-16 or UTF-32 ("UTF-16
+// (little-endian)"); none for 8-bit text.
+std::optional<std::string> wideEncoding(std::string_view start);
 
-// The contents of a file for a fast single pass: mapped into memory where the
-// system allows it (no copy of a large gauge file), read into memory otherwise.
-class FileContents {
-public:
-    FileContents() = default;
-    FileContents(const FileContents&) = delete;
-    FileContents& operator=(const FileContents&) = delete;
-    ~FileContents();
+// The number of bytes of a UTF-8 byte-order mark at the start of `text` (3), or 0.
+std::size_t utf8MarkLength(std::string_view text);
 
-    // False with `error` filled when the file cannot be opened or read.
-    bool open(const std::string& path, FileError& error);
-    std::string_view text() const { return m_text; }
+// The refusal of a file whose first bytes are wide characters (wideEncoding).
+FileError wideEncodingError(const std::string& file, const std::string& encoding);
 
-private:
-    void* m_map = nullptr;
-    std::size_t m_mapSize = 0;
-    std::string m_copy;
-    std::string_view m_text;
-};
-
-// Replaces `path` with `contents` so that a crash, a full disk or a power cut never
-// leaves a half-written file: the text goes to a temporary file in the same folder,
-// is flushed and synced to the disk, and only then renamed over `path` (the folder
-// is synced too). The previous file stays intact on any failure. Returns false with
-// `error` filled; the temporary file is removed.
-bool writeFileAtomically(const std::string& path, std::string_view contents, FileError& error);
+// The refusal of a NUL byte at `offset` of `text`, whose first line is `firstLine`
+// and whose lines end with `lineBreak`: it names the line and column, so a gauge file
+// with a damaged block is found.
+FileError nulByteError(const std::string& file, std::string_view text, std::size_t offset,
+                       long long firstLine, char lineBreak = '\n');
 
 } // namespace zorvekan

@@ -172,6 +172,27 @@ PropertyCalculation calculateProperties(AnalysisState& s, const PropertyInputs& 
     return out;
 }
 
+namespace {
+
+// The precision a copied property is typed with: that of the calculator's own lines.
+const char* copyMask(PropertyBox box) {
+    switch (box) {
+    case PropertyBox::Fvf:
+    case PropertyBox::WaterFvf:
+        return "#.####";
+    case PropertyBox::GasFvf:
+        return "##.####";
+    case PropertyBox::GasViscosity:
+        return "#.#####";
+    case PropertyBox::Compressibility:
+        return "###.###";
+    default:
+        return "##.###";
+    }
+}
+
+} // namespace
+
 std::vector<BoxValue> inputBoxValues(std::int16_t fluidFlags, const PhaseValues& v,
                                      std::vector<std::string>& missing) {
     const FluidChoice f = fluidChoiceOf(fluidFlags);
@@ -186,7 +207,7 @@ std::vector<BoxValue> inputBoxValues(std::int16_t fluidFlags, const PhaseValues&
             return;
         }
         const PropertyBoxInfo& info = propertyBox(box);
-        boxes.push_back({info.objectName, Format(*value * factor, info.refillMask)});
+        boxes.push_back({info.objectName, Format(*value * factor, copyMask(box))});
     };
     if (f.oil) {
         put(B::Fvf, v.oilFvf, 1.0, "oil FVF");

@@ -40,6 +40,7 @@ TEST(Format, FixedMasksFollowBasicRules) {
         {0.004, "#.##", "."},    // rounds away to nothing
         {5, "000.0", "005.0"},
         {0.123, "###.##%", "12.3%"}, // percent multiplies by 100
+        {1e307, "0%", "Infinity"},   // a percentage beyond the double range
     };
     for (const auto& c : cases)
         EXPECT_EQ(Format(c.value, c.mask), c.expected) << c.value << " under " << c.mask;

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "input/importer.h"
+#include "input/log_time_selection.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace zorvekan {
 namespace {
@@ -39,23 +45,26 @@ TEST(Import, FastNumbersEqualTheGeneralParser) {
           "0.00000000000000000000001", "000000000000000000001.5", "1.", ".5", "4.35e1", "7E-3"}) {
         AnalysisState s;
         const double expected = std::strtod(number, nullptr);
-        std::string text = std::string("1,") + number + "\n";
+        std::string text = std::string("1E300,") + number + "\n";
         if (expected > 0)
-            text += std::string(number) + ",1\n";
+            text = std::string(number) + ",1\n" + text;
         const ImportResult r = import(s, text);
         ASSERT_TRUE(r.ok) << number << ": " << r.error.message();
-        EXPECT_EQ(s.TestPressure[1], expected) << number;
+        EXPECT_EQ(s.TestPressure[s.TestPointCount], expected) << number;
         if (expected > 0) {
-            EXPECT_EQ(s.TestTime[s.TestPointCount], expected) << number;
+            EXPECT_EQ(s.TestTime[1], expected) << number;
         }
     }
 }
 
-// Lines that are neither a pair nor skippable stop the import at their line, with
-// what was wrong; nothing of the file reaches the test.
-TEST(Import, BadLinesAreRefusedAndChangeNothing) {
+// Lines that are neither a pair nor skippable, pairs out of order and files that
+// are not text stop the import at their line, with what was wrong; nothing of the
+// file reaches the test (a time-0 pair in the middle once replaced the start
+// pressure silently).
+TEST(Import, BadFilesAreRefusedAndChangeNothing) {
+    using namespace std::string_literals;
     struct Case {
-        const char* text;
+        std::string text;
         int line;
         const char* problem;
     };
@@ -68,12 +77,23 @@ TEST(Import, BadLinesAreRefusedAndChangeNothing) {
         {"-1,2000\n", 1, "the time is negative"},
         {"1e999,2000\n", 1, "time is beyond the range"},
         {"2024-05-01 gauge\n1,2000\n", 1, "is not a time/pressure pair"},
+        {"0,3000\n1,2950\n0,3010\n2,2990\n", 3, "a pair at time 0 after other pairs"},
+        {"0,3000\n0,3001\n1,2950\n", 2, "a pair at time 0 after other pairs"},
+        {"1,2950\n2,2960\n1.5,2955\n", 3,
+         "the time 1.5 is earlier than the time of line 2 (2): times must not decrease"},
         {"Time,Pressure\n# nothing yet\n", 0, "no time/pressure pairs found"},
         {"0,3000\n", 0, "no time/pressure pairs after the pair at time 0"},
         {"", 0, "no time/pressure pairs found"},
+        {"0,3000\n1,29\x00"
+         "50\n"s,
+         2, "a NUL byte at column 5"},
         {"\x7f"
-         "ELF\x02\x01\x01\n\x00\x00\x00",
-         0, "no time/pressure pairs found"},
+         "ELF\x02\x01\x01\n\x00\x00\x00"s,
+         2, "a NUL byte at column 1"},
+        {"\xFF\xFE"
+         "1\0,\0"
+         "2\0\n\0"s,
+         0, "written in UTF-16 (little-endian)"},
     };
     for (const Case& c : cases) {
         AnalysisState s;
@@ -89,6 +109,33 @@ TEST(Import, BadLinesAreRefusedAndChangeNothing) {
         EXPECT_EQ(s.TestTime[1], 7.0);
         EXPECT_EQ(s.StartPressure, 1234.0);
     }
+    // A named pipe once blocked Import for ever, /dev/zero was read until memory ran out.
+    const std::string fifo =
+        (std::filesystem::temp_directory_path() / ("zorvekan_pipe_" + std::to_string(::getpid())))
+            .string();
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    for (const auto& [path, problem] :
+         {std::pair<std::string, const char*>{fifo, "is a named pipe"},
+          {"/dev/zero", "is a device"}}) {
+        AnalysisState s;
+        const ImportResult r = importTestFile(s, path);
+        EXPECT_FALSE(r.ok);
+        EXPECT_EQ(r.error.message().find(path + ": " + problem), 0u) << r.error.message();
+    }
+    std::filesystem::remove(fifo);
+}
+
+// A UTF-8 byte-order mark is not a header line: the time-0 pair behind it still gives
+// the start pressure, and no line is counted as skipped.
+TEST(Import, ByteOrderMarkIsSkipped) {
+    AnalysisState s;
+    const ImportResult r = import(s, "\xEF\xBB\xBF"
+                                     "0,3000.5\r\n0.5,2900\r\n1,2950\r\n");
+    ASSERT_TRUE(r.ok) << r.error.message();
+    EXPECT_EQ(s.StartPressure, 3000.5);
+    EXPECT_EQ(s.TestPointCount, 2);
+    EXPECT_EQ(s.TestTime[1], 0.5);
+    EXPECT_EQ(r.summary.skippedLines(), 0);
 }
 
 // Worked by hand for times 1..10 reduced to 4: from t = 1 the next point is the
@@ -128,21 +175,40 @@ TEST(LogTimeSelection, KeepsEarlyDataAndEvenLogSpacing) {
 }
 
 // More than 500 pairs are reduced to 500 and say so; the notice counts the pairs in
-// the file, and the points stored are the ones the selection keeps.
+// the file. The points kept in two passes over a file (one to count, one to select)
+// are exactly those the selection keeps from all pairs held at once, also when the
+// file is read in blocks that end in the middle of lines.
 TEST(Import, ResizesToFiveHundred) {
-    std::string text = "t,p\n";
-    for (int i = 1; i <= 2000; ++i)
-        text += std::to_string(i * 0.01) + "," + std::to_string(3000 - i * 0.1) + "\n";
-    AnalysisState s;
-    const ImportResult r = import(s, text);
+    std::string text = "t,p\r\n";
+    std::vector<double> times;
+    for (int i = 1; i <= 200000; ++i) {
+        const std::string time = std::to_string(i * 0.01);
+        times.push_back(std::stod(time));
+        text += time + "," + std::to_string(3000 - i * 0.001) + "\r\n";
+    }
+    const std::string file =
+        (std::filesystem::temp_directory_path() / ("zorvekan_gauge_" + std::to_string(::getpid())))
+            .string();
+    std::ofstream(file, std::ios::binary) << text;
+    ASSERT_GT(text.size(), 3 * LineReader::kBlock);
+    AnalysisState fromMemory, fromFile;
+    const ImportResult r = import(fromMemory, text);
     ASSERT_TRUE(r.ok);
+    ASSERT_TRUE(importTestFile(fromFile, file).ok);
+    std::filesystem::remove(file);
     EXPECT_TRUE(r.summary.resized);
-    EXPECT_EQ(r.summary.pairsInFile, 2000);
+    EXPECT_EQ(r.summary.pairsInFile, 200000);
     EXPECT_EQ(r.summary.pairsKept, 500);
-    EXPECT_EQ(s.TestPointCount, 500);
-    EXPECT_DOUBLE_EQ(s.TestTime[1], 0.01);
-    EXPECT_DOUBLE_EQ(s.TestTime[500], 20.0);
-    EXPECT_DOUBLE_EQ(s.TestPressure[500], 2800.0);
+    ASSERT_EQ(fromMemory.TestPointCount, 500);
+    ASSERT_EQ(fromFile.TestPointCount, 500);
+    const std::vector<std::size_t> kept = logTimeSelection(times, 500);
+    for (int k = 1; k <= 500; ++k) {
+        EXPECT_EQ(fromMemory.TestTime[k], times[kept[k - 1]]) << k;
+        EXPECT_EQ(fromFile.TestTime[k], fromMemory.TestTime[k]) << k;
+        EXPECT_EQ(fromFile.TestPressure[k], fromMemory.TestPressure[k]) << k;
+    }
+    EXPECT_DOUBLE_EQ(fromFile.TestTime[500], 2000.0);
+    EXPECT_DOUBLE_EQ(fromFile.TestPressure[500], 2800.0);
 }
 
 // A long import reports its progress, ending at the whole file; a cancelled one

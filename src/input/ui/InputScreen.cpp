@@ -566,12 +566,13 @@ void InputScreen::hideNotice(PropertyBox box) {
 void InputScreen::showNotice(PropertyBox box) {
     const auto i = static_cast<std::size_t>(box);
     const double value = typedValue(m_ctx.state, box);
-    const QString shown = qs(Format(value, propertyBox(box).refillMask));
+    const QString shown = qs(Format(value, "#.####"));
     QLineEdit* edit = m_boxes[i];
     {
-        // The state holds the value the analysis will use; the box shows it.
+        // The state holds the value the analysis will use; the box shows it whole.
         const QSignalBlocker block(edit);
-        edit->setText(shown);
+        edit->setText(qs(refillText(value)));
+        edit->setCursorPosition(0);
     }
     refreshLenientReading(edit);
     const bool oil = m_fluids[0]->isChecked();

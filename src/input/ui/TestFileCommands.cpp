@@ -11,8 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProgressDialog>
-#include <QSaveFile>
-#include <QStringDecoder>
 
 #include <memory>
 #include <string>
@@ -29,16 +27,6 @@ QString qs(const std::string& text) {
 
 std::string localPath(const QString& path) {
     return QFile::encodeName(path).toStdString();
-}
-
-// Titles are saved in UTF-8. A title that is not valid UTF-8 (a file written
-// elsewhere) is read as Latin-1, so no character turns into a replacement mark.
-QString titleText(const std::string& bytes) {
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    QString text = utf8(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
-    if (utf8.hasError())
-        text = QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    return text;
 }
 
 // A name typed without an extension gets the test-file one, unless such a file exists.
@@ -107,15 +95,11 @@ bool TestFileCommands::save(const QString& title) {
         return false;
     const QString path = withTestFileExtension(chosen);
     m_ctx.state.TestTitle = title.toStdString();
-    const std::string text = testFileText(m_ctx.state);
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) &&
-                         file.write(text.data(), static_cast<qint64>(text.size())) ==
-                             static_cast<qint64>(text.size()) &&
-                         file.commit();
-    if (!written) {
+    FileError error;
+    if (!saveTestFile(m_ctx.state, localPath(path), error)) {
+        error.file = path.toStdString();
         refuse(QStringLiteral("The test was not saved; a file already there is unchanged."),
-               QStringLiteral("%1: %2").arg(path, file.errorString()));
+               qs(error.message()));
         return false;
     }
     m_lastPath = path;
@@ -131,8 +115,6 @@ std::optional<InputRefill> TestFileCommands::openPath(const QString& path, QStri
         error = qs(e.message());
         return std::nullopt;
     }
-    result.refill.title = titleText(result.refill.title).toStdString();
-    m_ctx.state.TestTitle = result.refill.title;
     m_ctx.state.TestFileName = path.toStdString();
     m_lastPath = path;
     return std::move(result.refill);

@@ -271,7 +271,8 @@ private Q_SLOTS:
     }
 
     // A truncated, corrupt or foreign file must leave the test and every box as they
-    // were, and the message must lead the engineer to the spot: file, line, problem.
+    // were, and the message must lead the engineer to the spot: file, line, problem
+    // (the lines and fields of each file are checked with the reader).
     void brokenFileChangesNothing() {
         openFile(kData + u"oil_buildup.zvt"_s);
         QVERIFY(t->messages.messages.isEmpty());
@@ -289,8 +290,6 @@ private Q_SLOTS:
             const QString text = t->messages.lastText();
             QVERIFY2(text.contains(u"the current test is unchanged"_s), qPrintable(text));
             QVERIFY2(text.contains(file + u": "_s), qPrintable(text));
-            if (name != u"empty.zvt"_s)
-                QVERIFY2(text.contains(u": line "_s), qPrintable(text));
             QCOMPARE(snapshot(), before);
             QCOMPARE(t->state.TestTitle, std::string("Edited after opening"));
         }
@@ -317,8 +316,9 @@ private Q_SLOTS:
         QVERIFY(!t->screen("datct")->isVisible());
     }
 
-    // A save that cannot be completed must say which file failed and never damage
-    // the file it was to replace; a name typed bare gets the test-file extension.
+    // A save that cannot be completed must say which file failed in the file-error box
+    // (the failures themselves are played with the writer); a name typed bare gets the
+    // test-file extension.
     void saveFailureKeepsThePreviousFile() {
         openFile(kExamples + u"oil-buildup.zvt"_s);
         command("Save", path("bare"));
@@ -333,18 +333,7 @@ private Q_SLOTS:
         QCOMPARE(t->messages.lastTitle(), kFileErrorTitle);
         QVERIFY2(t->messages.lastText().contains(path("missing/test.zvt") + u": "_s),
                  qPrintable(t->messages.lastText()));
-
-        // A folder where the file should go cannot be replaced by a file.
-        QVERIFY(QDir(dir->path()).mkdir(u"taken.zvt"_s));
-        writeFile(path("taken.zvt/keep.txt"), "kept");
-        command("Save", path("taken.zvt"));
-        QCOMPARE(t->messages.messages.size(), 2);
-        QVERIFY(t->messages.lastText().contains(path("taken.zvt")));
-        QFile kept(path("taken.zvt/keep.txt"));
-        QVERIFY(kept.open(QIODevice::ReadOnly));
-        QCOMPARE(kept.readAll(), QByteArray("kept"));
-        const QStringList left = QDir(dir->path()).entryList(QDir::Files);
-        QCOMPARE(left, QStringList{u"bare.zvt"_s}); // no temporary file left behind
+        QCOMPARE(QDir(dir->path()).entryList(QDir::Files), QStringList{u"bare.zvt"_s});
     }
 
     // A title from a file written elsewhere that is not UTF-8 must not turn into
