@@ -272,7 +272,8 @@ TEST(TestFile, FieldsOutsideTheFileAreKept) {
 // (every value fits its box's display mask, times and pressures are gauge numbers),
 // or the examples would drift from what the program writes.
 TEST(TestFile, ExamplesOpenThenSaveTheSameFile) {
-    for (const char* file : {"oil-buildup.zvt", "gas-drawdown.zvt", "two-rate-drawdown.zvt"}) {
+    for (const char* file : {"oil-buildup.zvt", "gas-drawdown.zvt", "two-rate-drawdown.zvt",
+                             "fractured-drawdown.zvt", "dual-porosity-buildup.zvt"}) {
         const std::string text = fileText(std::string(SOURCE_DIR) + "/examples/" + file);
         AnalysisState s;
         ASSERT_TRUE(loadTestFile(s, text, file).ok) << file;
