@@ -10,6 +10,7 @@
 #include "properties/ui/PropertyCalculator.h"
 #include "semilog/ui/SemilogScreen.h"
 #include "skin/ui/SkinScreen.h"
+#include "typecurve/ui/TypeCurveScreen.h"
 
 #include <utility>
 
@@ -50,7 +51,7 @@ void Program::registerScreens() {
     r.add(QStringLiteral("kv1"), [&c] { return new SemilogScreen(c); });
     // Screens still to come: each becomes one r.add line like those above.
     r.announce(QStringLiteral("inpsho"), QStringLiteral("Show/Edit Test Data"));
-    r.announce(QStringLiteral("kv2"), QStringLiteral("Type Curve Analysis"));
+    r.add(QStringLiteral("kv2"), [&c] { return new TypeCurveScreen(c); });
     r.add(QStringLiteral("skin"), [&c] { return new SkinScreen(c); });
 }
 

@@ -261,12 +261,13 @@ AnalysisState fracturedDrawdown() {
     return s;
 }
 
-// ---- dual-porosity oil buildup after 30 days of production ----
+// ---- dual-porosity oil buildup after 90 days of production, an acidized well ----
 // omega 0.1 and lambda chosen so that lambda CD / (omega (1 - omega)) = 1E-3 and
-// lambda CD / (1 - omega) = 1E-4, two of the library's transition curves.
-const Well kDualWell{20, 0.7, 0.001, 50, 0.08, 1.0, 10e-6, 0.3};
+// lambda CD / (1 - omega) = 1E-4, two of the library's transition curves; CD e^2s of the
+// fissures alone, CD e^2s / omega = 100, is one of its storage curves.
+const Well kDualWell{100, -2.3, 0.004, 50, 0.08, 1.0, 10e-6, 0.3};
 constexpr double kDualOmega = 0.1, kDualP2 = 1e-4;
-constexpr double kDualRate = 500, kDualFvf = 1.2, kDualInitial = 4000;
+constexpr double kDualRate = 1000, kDualFvf = 1.2, kDualInitial = 4000;
 
 double dualLambda() {
     return kDualP2 * (1 - kDualOmega) / storageGroup(kDualWell);
@@ -285,7 +286,7 @@ double dualPD(double hours) {
 AnalysisState dualPorosityBuildup() {
     const Well& w = kDualWell;
     AnalysisState s =
-        described("Example dual-porosity buildup: k 20 md, skin 0.7, omega 0.1, lambda 3.6E-07",
+        described("Example dual-porosity buildup: k 100 md, skin -2.3, omega 0.1, lambda 9.1E-08",
                   "Buildup", kOil, 1, 1,
                   {{PropertyBox::Viscosity, w.mu},
                    {PropertyBox::Fvf, kDualFvf},
@@ -294,12 +295,12 @@ AnalysisState dualPorosityBuildup() {
                    {PropertyBox::Porosity, w.phi * 100},
                    {PropertyBox::Compressibility, w.ct * 1e6},
                    {PropertyBox::DrainageArea, 640}});
-    addRate(s, kDualRate, 30); // days
+    addRate(s, kDualRate, 90); // days
     const double tp = s.RateTime[1];
     const double unitDrop = 141.2 * kDualRate * kDualFvf * w.mu / (w.k * w.h);
     const double flowing = std::round((kDualInitial - unitDrop * dualPD(tp)) * 10.0) / 10.0;
     applyPropertyText(s, PropertyBox::StartPressure, std::to_string(flowing));
-    for (const double minutes : logTimes(0.02, 6000, 100)) {
+    for (const double minutes : logTimes(0.01, 24000, 100)) {
         const double dt = minutes / 60.0;
         const double rise = unitDrop * (dualPD(tp) - dualPD(tp + dt) + dualPD(dt));
         addPoint(s, minutes, toGauge(s.StartPressure + rise));
