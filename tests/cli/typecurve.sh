@@ -24,34 +24,30 @@ Permeability = 5. md.
 Fracture Half Length = 100. ft." ] || fail "fracture lines:
 $out"
 
-# Dual porosity, k 20 md, C 0.001 bbl/psi: tD/CD 295 at 1 h, pD 1 at 84.72 psi; the
-# transition curves P1 1E-3 (14) and P2 1E-4 (19) give omega 0.1 and lambda 3.6E-7.
-out=$("$cli" typecurve "$ex/dual-porosity-buildup.zvt" --model dual --curve 7 \
-      --match 295,1@1,84.72 --p1 14 --p2 19) || fail "dual exited $?"
-[ "$out" = "CDe2s(frac) = 1.0E04
-Permeability = 20. md.
+# Dual porosity, k 100 md, C 0.004 bbl/psi, skin -2.3: tD/CD 368.75 at 1 h, pD 1 at 33.888
+# psi; CDe2s of the fissures 100 (curve 5); the transition curves P1 1E-3 (14) and P2 1E-4
+# (19) give omega 0.1 and lambda 0.9E-4 / CD = 9.1E-8.
+out=$("$cli" typecurve "$ex/dual-porosity-buildup.zvt" --model dual --curve 5 \
+      --match 368.75,1@1,33.888 --p1 14 --p2 19) || fail "dual exited $?"
+[ "$out" = "CDe2s(frac) = 1.0E02
+Permeability = 100. md.
 Omega = 1.0E-01
-Lambda = 3.6E-07
-CDe2sfm = 1.0E03
-Skin Factor = .7
-Le-2s = 9.0E-08" ] || fail "dual porosity lines:
+Lambda = 9.1E-08
+CDe2sfm = 1.0E01
+Skin Factor = -2.3
+Le-2s = 9.0E-06" ] || fail "dual porosity lines:
 $out"
 
-usage() {
-    "$cli" typecurve "$@" >/dev/null 2>&1
-    [ $? -eq 2 ] || fail "usage error expected for: $*"
-}
-usage "$ex/oil-buildup.zvt" --model triple --curve 1 --match 1,1@1,1
-usage "$ex/oil-buildup.zvt" --model single --curve 1 --match 1,1:1,1
-usage "$ex/oil-buildup.zvt" --model single --curve 1.5 --match 1,1@1,1
-usage "$ex/oil-buildup.zvt" --model single --curve 1 --match 1,1@1,1 --p1 14 --p2 19
-usage "$ex/oil-buildup.zvt" --model dual --curve 1 --match 1,1@1,1 --p1 14
-usage "$ex/oil-buildup.zvt" --model single --match 1,1@1,1
-"$cli" typecurve "$ex/oil-buildup.zvt" --model single --curve 17 --match 1,1@1,1 >/dev/null 2>&1
-[ $? -eq 1 ] || fail "curve 17 of ONETYPE must fail with 1"
-"$cli" typecurve "$ex/oil-buildup.zvt" --model dual --curve 7 --match 1,1@1,1 --p1 19 --p2 14 \
-    >/dev/null 2>&1
-[ $? -eq 1 ] || fail "transition curves from the wrong groups must fail with 1"
+for args in "--model triple --curve 1 --match 1,1@1,1" "--model single --curve 1.5 --match 1,1@1,1" \
+            "--model single --curve 1 --match 1,1:1,1" "--model single --curve 1 --match 1,1@1,1 --p1 14"; do
+    "$cli" typecurve "$ex/oil-buildup.zvt" $args >/dev/null 2>&1
+    [ $? -eq 2 ] || fail "usage error expected for: $args"
+done
+for args in "--model single --curve 17 --match 1,1@1,1" \
+            "--model dual --curve 7 --match 1,1@1,1 --p1 19 --p2 14"; do
+    "$cli" typecurve "$ex/oil-buildup.zvt" $args >/dev/null 2>&1
+    [ $? -eq 1 ] || fail "a curve outside its family or group must fail with 1: $args"
+done
 "$cli" typecurve /nonexistent.zvt --model single --curve 1 --match 1,1@1,1 >/dev/null 2>&1
 [ $? -eq 1 ] || fail "a missing file must fail with 1"
 echo "typecurve command: ok"

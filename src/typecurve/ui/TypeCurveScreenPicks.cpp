@@ -21,10 +21,6 @@ constexpr const char* kTransitionYellow = "rgb(255, 223, 87)";
 const QString kDescendingPrompt = QStringLiteral("Click on a Descending Transition Curve (P1)");
 const QString kAscendingPrompt = QStringLiteral("Click on an Ascending Transition Curve (P2)");
 
-bool isDescending(int curve) {
-    return curve >= kFirstDescendingCurve && curve < kFirstAscendingCurve;
-}
-
 } // namespace
 
 void TypeCurveScreen::mouseDown(double x, double y) {
@@ -94,39 +90,47 @@ void TypeCurveScreen::selectMatchPoint(double x, double y) {
     redraw();
 }
 
+// The transition curves cross one another; a click is taken for a curve of the group asked
+// for when one lies under it, and refused with a prompt when only the other group's does.
 void TypeCurveScreen::pickTransition(double x, double y) {
-    const auto hit = hitTestCurve(library().of(LibraryFile::TwoType), LibraryFile::TwoType, grid(),
-                                  x, y, kFirstDescendingCurve);
-    if (!hit)
+    const bool wantDescending = m_dualStep == DualStep::Descending;
+    const int lastCurve = libraryCurveCount(LibraryFile::TwoType);
+    const auto hitIn = [&](int first, int last) {
+        return hitTestCurve(library().of(LibraryFile::TwoType), LibraryFile::TwoType, grid(), x, y,
+                            first, last);
+    };
+    const auto wanted = wantDescending ? hitIn(kFirstDescendingCurve, kFirstAscendingCurve - 1)
+                                       : hitIn(kFirstAscendingCurve, lastCurve);
+    if (!wanted) {
+        const auto other = wantDescending ? hitIn(kFirstAscendingCurve, lastCurve)
+                                          : hitIn(kFirstDescendingCurve, kFirstAscendingCurve - 1);
+        if (other)
+            prompt(wantDescending ? QStringLiteral("That curve rises. ") + kDescendingPrompt
+                                  : QStringLiteral("That curve falls. ") + kAscendingPrompt,
+                   kTransitionYellow);
         return;
-    if (m_dualStep == DualStep::Descending) {
-        if (!isDescending(*hit)) {
-            prompt(QStringLiteral("That curve rises. ") + kDescendingPrompt, kTransitionYellow);
-            return;
-        }
-        m_descendingCurve = *hit;
-        m_view.highlights = {{LibraryFile::TwoType, *hit}};
+    }
+    if (wantDescending) {
+        m_descendingCurve = *wanted;
+        m_view.highlights = {{LibraryFile::TwoType, *wanted}};
         m_dualStep = DualStep::Ascending;
-        prompt(QString::fromStdString(curveLabel(LibraryFile::TwoType, *hit)) +
+        prompt(QString::fromStdString(curveLabel(LibraryFile::TwoType, *wanted)) +
                    QStringLiteral(". ") + kAscendingPrompt,
                kTransitionYellow);
         redraw();
         return;
     }
-    if (isDescending(*hit)) {
-        prompt(QStringLiteral("That curve falls. ") + kAscendingPrompt, kTransitionYellow);
-        return;
-    }
-    m_results = ComputeDualPorosityResults(m_ctx.state, *m_results, m_descendingCurve, *hit);
+    m_results = ComputeDualPorosityResults(m_ctx.state, *m_results, m_descendingCurve, *wanted);
     showLines(*m_results);
     const DualPorosityResults& d = *m_results->dual;
     m_view.highlights = {{LibraryFile::TwoType, m_descendingCurve},
-                         {LibraryFile::TwoType, *hit},
+                         {LibraryFile::TwoType, *wanted},
                          {LibraryFile::OneType, d.lateCurve},
                          {LibraryFile::TwoType, d.transitionCurve}};
     // The matched model alone: early and late curves, the picked transitions and the
     // pressure transition curve of Le-2s over the data; Redraw brings the family back.
     m_dualStep = DualStep::None;
+    m_view.familyShown = false;
     m_view.transitionsShown = false;
     redrawAndHidePrompt();
 }

@@ -161,12 +161,13 @@ private Q_SLOTS:
         const QString png = dir.filePath(QStringLiteral("inp.png"));
         const QStringList errors = t.program->exportPages(
             {{"inp", png.toStdString()},
-             {"kv2", "x.png"},
+             {"inpsho", "x.png"},
              {"nosuch", "y.pdf"},
              {"kv1", dir.filePath(QStringLiteral("kv1.png")).toStdString()}});
         QCOMPARE(errors.size(), 3);
-        QCOMPARE(errors[0],
-                 QStringLiteral("kv2 (Type Curve Analysis) is not available in this version yet."));
+        QCOMPARE(
+            errors[0],
+            QStringLiteral("inpsho (Show/Edit Test Data) is not available in this version yet."));
         QCOMPARE(errors[1], QStringLiteral("There is no screen named nosuch."));
         // A page that cannot be drawn (no test points) is reported, not a crash.
         QVERIFY2(errors[2].startsWith(QStringLiteral("kv1: No data")), qPrintable(errors[2]));
