@@ -196,7 +196,13 @@ std::optional<int> preselectCurve(const AnalysisState& s, int model) {
     if (model == kVerticalFractureModel) {
         if (!(s.FractureHalfLength > 0))
             return std::nullopt;
-        const double xeOverXf = s.DrainageHalfLength / s.FractureHalfLength;
+        // xe as the semilog results keep it, or half the side of the drainage square when
+        // they have not set it; with no drainage area at all the reservoir is infinite.
+        const double xe =
+            s.DrainageHalfLength > 0 ? s.DrainageHalfLength : 0.5 * std::sqrt(s.DrainageArea);
+        if (!(xe > 0))
+            return 9;
+        const double xeOverXf = xe / s.FractureHalfLength;
         int curve = 9;
         for (int k = 8; k >= 1; --k)
             if (xeOverXf < kFractureThresholds[static_cast<std::size_t>(k - 1)])

@@ -57,8 +57,9 @@ DataPlacement initialPlacement(const AnalysisState& s, int model);
 // - models 1 and 2: CDe2s = CD e^2s, CD = 0.894 C / (phi ct h rw^2) from WellboreStorage and
 //   SkinFactor; curve 16, then each curve k = 15..1 whose threshold (the midpoint of its
 //   CDe2s and the next one's) lies above CDe2s. Needs WellboreStorage > 0.
-// - model 3: xe/xf = DrainageHalfLength / FractureHalfLength; curve 9 (infinite), then 8..1
-//   below 20, 12.5, 8.5, 6, 4, 2.5, 1.75, 1.25. Needs FractureHalfLength > 0.
+// - model 3: xe/xf = DrainageHalfLength / FractureHalfLength (xe = 0.5 sqrt(DrainageArea)
+//   while DrainageHalfLength is 0); curve 9 (infinite), then 8..1 below 20, 12.5, 8.5, 6, 4,
+//   2.5, 1.75, 1.25. Needs FractureHalfLength > 0.
 // Nothing without the flag or the estimate.
 std::optional<int> preselectCurve(const AnalysisState& s, int model);
 

@@ -6,6 +6,7 @@
 #include "../support/recording_canvas.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -72,6 +73,9 @@ TEST(TypeCurvePreselection, CurveFromTheEstimates) {
         s.DrainageHalfLength = 100 * ratio;
         EXPECT_EQ(preselectCurve(s, kVerticalFractureModel), curve) << ratio;
     }
+    AnalysisState area = oilTest(); // xe from a 2000-ft square, xf 100 ft: xe/xf 10
+    area.TypeCurveEstimateFlag = 1, area.FractureHalfLength = 100, area.DrainageArea = 4e6;
+    EXPECT_EQ(preselectCurve(area, kVerticalFractureModel), 7);
     AnalysisState none = oilTest();
     none.TypeCurveEstimateFlag = 1;
     EXPECT_FALSE(preselectCurve(none, kSinglePorosityModel));   // no storage picked
@@ -197,7 +201,8 @@ TEST(TypeCurvePlacement, EstimatesRoundTripThroughAMatch) {
 // A small library of two curves: overlapping blocks (the last wins), a derivative block
 // standing for its pressure curve, misses and clicks outside the box hitting nothing.
 TEST(TypeCurveHitTest, LastBlockWinsAndDerivativesStandForTheirCurve) {
-    const auto dir = std::filesystem::temp_directory_path() / "zorvekan_hit_test";
+    const auto dir = std::filesystem::temp_directory_path() /
+                     ("zorvekan_hit_test_" + std::to_string(::getpid()));
     std::filesystem::create_directories(dir);
     const auto path = dir / "ONETYPE";
     std::ofstream(path) << "2\n2\n-1,0\n4,0\n2\n-1,0.02\n4,0.02\n"
@@ -219,7 +224,7 @@ TEST(TypeCurveHitTest, LastBlockWinsAndDerivativesStandForTheirCurve) {
 // inside the axis box; the data at their placed positions; the captions; the preselected
 // curve in magenta with its label only when there is an estimate.
 TEST(TypeCurveDrawing, FamilyOverlayAndLabels) {
-    const LibraryLocation library{"", std::filesystem::current_path()};
+    const LibraryLocation library{SOURCE_DIR "/data", ""};
     AnalysisState s = oilTest();
     s.TestPointCount = 2, s.LogTime[1] = 0, s.LogDeltaP[1] = 1;
     s.LogTime[2] = 1, s.LogDeltaP[2] = 1.5;
