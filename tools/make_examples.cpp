@@ -4,14 +4,18 @@
 //
 //   zorvekan-make-examples OUTPUT_DIRECTORY
 //
-// Every example is a well with wellbore storage and skin in an infinite homogeneous
-// reservoir (radialStoragePressure, the effective-radius form), in oilfield units:
+// The examples come from the models of the type-curve library, in oilfield units:
 //   tD = 0.0002637 k t / (phi mu ct rw^2),   CD = 0.8936 C / (phi ct h rw^2),
 //   oil: dp = 141.2 q B mu / (k h) * pD,     gas: dm(p) = 1422 q T / (k h) * pD
-// (m in psi^2/cp, T in deg R), with superposition in time for the buildup and the
-// two rates. Times are rounded to 4 significant digits in the unit the file uses,
-// pressures to the 0.01 psi of a gauge (the start pressure to the 0.1 psi of its box),
-// so that opening a file and saving it again writes the same file.
+// (m in psi^2/cp, T in deg R): a well with storage and skin in an infinite homogeneous
+// reservoir (radialStoragePressure, the effective-radius form) for the first three, with
+// superposition in time for the buildup and the two rates; an infinite-conductivity
+// fracture centred in a closed square (fracturePressure, tDxf = 0.0002637 k t /
+// (phi mu ct xf^2)) for the fractured drawdown; the double-porosity well with storage and
+// skin (dualPorosityStoragePressure) for the dual-porosity buildup. Times are rounded to 4
+// significant digits in the unit the file uses, pressures to the 0.01 psi of a gauge (the start
+// pressure to the 0.1 psi of its box), so that opening a file and saving it again writes the same
+// file.
 #include "core/analysis_state.h"
 #include "core/pseudopressure.h"
 #include "input/entry_rules.h"
@@ -228,6 +232,82 @@ AnalysisState twoRateDrawdown() {
     return s;
 }
 
+// ---- fractured-well oil drawdown, fracture centred in a closed square ----
+constexpr double kFracK = 5, kFracH = 30, kFracPhi = 0.1, kFracMu = 0.5, kFracCt = 15e-6;
+constexpr double kFracXf = 100, kFracXeOverXf = 10, kFracRate = 200, kFracFvf = 1.3;
+constexpr double kFracInitial = 3000;
+
+AnalysisState fracturedDrawdown() {
+    // The square of side 2 xe = 2000 ft, 91.83 acres, as the area box keeps it (0.1 acre).
+    constexpr double acres = 91.8;
+    AnalysisState s = described("Example fractured-well drawdown: k 5 md, xf 100 ft, xe/xf 10",
+                                "Drawdown", kOil, 0, 0,
+                                {{PropertyBox::Viscosity, kFracMu},
+                                 {PropertyBox::Fvf, kFracFvf},
+                                 {PropertyBox::NetPay, kFracH},
+                                 {PropertyBox::WellRadius, 0.354 * 12},
+                                 {PropertyBox::Porosity, kFracPhi * 100},
+                                 {PropertyBox::Compressibility, kFracCt * 1e6},
+                                 {PropertyBox::DrainageArea, acres},
+                                 {PropertyBox::StartPressure, kFracInitial}});
+    addRate(s, kFracRate, 500); // hours
+    const double tdxfPerHour =
+        0.0002637 * kFracK / (kFracPhi * kFracMu * kFracCt * kFracXf * kFracXf);
+    const double unitDrop = 141.2 * kFracRate * kFracFvf * kFracMu / (kFracK * kFracH);
+    for (const double hours : logTimes(0.006, 500, 100))
+        addPoint(s, hours,
+                 toGauge(kFracInitial -
+                         unitDrop * fracturePressure(kFracXeOverXf, tdxfPerHour * hours)));
+    return s;
+}
+
+// ---- dual-porosity oil buildup after 90 days of production, an acidized well ----
+// omega 0.1 and lambda chosen so that lambda CD / (omega (1 - omega)) = 1E-3 and
+// lambda CD / (1 - omega) = 1E-4, two of the library's transition curves; CD e^2s of the
+// fissures alone, CD e^2s / omega = 100, is one of its storage curves.
+const Well kDualWell{100, -2.3, 0.004, 50, 0.08, 1.0, 10e-6, 0.3};
+constexpr double kDualOmega = 0.1, kDualP2 = 1e-4;
+constexpr double kDualRate = 1000, kDualFvf = 1.2, kDualInitial = 4000;
+
+double dualLambda() {
+    return kDualP2 * (1 - kDualOmega) / storageGroup(kDualWell);
+}
+
+double dualPD(double hours) {
+    if (hours <= 0)
+        return 0.0;
+    const Well& w = kDualWell;
+    const double cd = storageGroup(w);
+    return dualPorosityStoragePressure(cd * std::exp(2 * w.skin),
+                                       dualLambda() * std::exp(-2 * w.skin), kDualOmega,
+                                       timeGroup(w) * hours / cd);
+}
+
+AnalysisState dualPorosityBuildup() {
+    const Well& w = kDualWell;
+    AnalysisState s =
+        described("Example dual-porosity buildup: k 100 md, skin -2.3, omega 0.1, lambda 9.1E-08",
+                  "Buildup", kOil, 1, 1,
+                  {{PropertyBox::Viscosity, w.mu},
+                   {PropertyBox::Fvf, kDualFvf},
+                   {PropertyBox::NetPay, w.h},
+                   {PropertyBox::WellRadius, w.rw * 12},
+                   {PropertyBox::Porosity, w.phi * 100},
+                   {PropertyBox::Compressibility, w.ct * 1e6},
+                   {PropertyBox::DrainageArea, 640}});
+    addRate(s, kDualRate, 90); // days
+    const double tp = s.RateTime[1];
+    const double unitDrop = 141.2 * kDualRate * kDualFvf * w.mu / (w.k * w.h);
+    const double flowing = std::round((kDualInitial - unitDrop * dualPD(tp)) * 10.0) / 10.0;
+    applyPropertyText(s, PropertyBox::StartPressure, std::to_string(flowing));
+    for (const double minutes : logTimes(0.01, 24000, 100)) {
+        const double dt = minutes / 60.0;
+        const double rise = unitDrop * (dualPD(tp) - dualPD(tp + dt) + dualPD(dt));
+        addPoint(s, minutes, toGauge(s.StartPressure + rise));
+    }
+    return s;
+}
+
 bool write(const std::filesystem::path& dir, const char* name, const AnalysisState& s) {
     AnalysisState finished = s;
     deriveFlowRateAndProducingTime(finished);
@@ -254,7 +334,9 @@ int main(int argc, char** argv) {
     try {
         const bool ok = write(dir, "oil-buildup.zvt", oilBuildup()) &&
                         write(dir, "gas-drawdown.zvt", gasDrawdown()) &&
-                        write(dir, "two-rate-drawdown.zvt", twoRateDrawdown());
+                        write(dir, "two-rate-drawdown.zvt", twoRateDrawdown()) &&
+                        write(dir, "fractured-drawdown.zvt", fracturedDrawdown()) &&
+                        write(dir, "dual-porosity-buildup.zvt", dualPorosityBuildup());
         return ok ? 0 : 1;
     } catch (const std::exception& e) {
         std::cerr << "zorvekan-make-examples: " << e.what() << '\n';

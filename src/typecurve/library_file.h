@@ -36,6 +36,17 @@ std::filesystem::path locateLibrary(const std::filesystem::path& applicationDire
                                     const std::filesystem::path& executableDirectory,
                                     LibraryFile file);
 
+// The two places a library file is looked for (see libraryCandidates), kept by whoever reads
+// the library again and again; `of` locates the file anew on each call.
+struct LibraryLocation {
+    std::filesystem::path applicationDirectory;
+    std::filesystem::path executableDirectory;
+
+    std::filesystem::path of(LibraryFile file) const {
+        return locateLibrary(applicationDirectory, executableDirectory, file);
+    }
+};
+
 // One block as the drawing and hit-test loops use it: points 1..pointCount, index 0 never
 // filled. Every block read overwrites the same arrays.
 struct CurveBlock {

@@ -78,4 +78,15 @@ double dualPorosityLogDescendingDerivative(double p1, double tdOverCd); // log10
 double dualPorosityAscendingDerivative(double p2, double tdOverCd);
 double warrenRootDerivative(double p1, double p2, double tdOverCd);
 
+// The whole double-porosity well: storage and skin (effective-radius form, as the
+// single-porosity curves) with pseudo-steady interporosity flow. With T = tD/CD on the
+// storage of fissures and matrix together, z conjugate to T and u = z / CDe2s:
+//   pbar(z) = 1 / (z [z + q K1(q) / K0(q)]),  q^2 = u f(u),
+//   f(u) = (omega (1 - omega) u + lambda') / ((1 - omega) u + lambda'),  lambda' = lambda e^-2s
+// (Warren-Root reservoir, Bourdet-Gringarten form), inverted by Gaver-Stehfest with 16
+// terms: pD to about 1e-5 relative. omega = 1 is the single-porosity well. Once storage has
+// ended its derivative is warrenRootDerivative with P1 = lambda' CDe2s / (omega (1 - omega))
+// and P2 = lambda' CDe2s / (1 - omega). Domain: CDe2s, lambda' > 0, 0 < omega <= 1, T > 0.
+double dualPorosityStoragePressure(double cde2s, double lambdaE2s, double omega, double tdOverCd);
+
 } // namespace zorvekan

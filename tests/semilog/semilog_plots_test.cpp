@@ -247,7 +247,7 @@ TEST(StraightLine, AcrossTheAxisBox) {
         ASSERT_EQ(c.lines.size(), 1u);
         auto l = c.lines[0];
         if (l.x1 > l.x2)
-            l = {l.x2, l.y2, l.x1, l.y1, l.colour, l.width};
+            l = {l.x2, l.y2, l.x1, l.y1, l.colour, l.width, l.dashed};
         EXPECT_EQ(l.colour, kDerivativeRed);
         const double drawn[] = {l.x1, l.y1, l.x2, l.y2};
         for (int i = 0; i < 4; ++i)

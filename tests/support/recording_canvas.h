@@ -22,6 +22,7 @@ struct RecordingCanvas : Canvas {
         double x1, y1, x2, y2;
         Rgb colour;
         int width;
+        bool dashed;
     };
     struct Dot {
         double x, y;
@@ -49,7 +50,7 @@ struct RecordingCanvas : Canvas {
     void setPenWidth(int w) override { penWidth = w; }
     void setDashed(bool d) override { dashed = d; }
     void line(double x1, double y1, double x2, double y2) override {
-        lines.push_back({x1, y1, x2, y2, colour, penWidth});
+        lines.push_back({x1, y1, x2, y2, colour, penWidth, dashed});
     }
     void dot(double x, double y) override { dots.push_back({x, y, colour}); }
     void text(double x, double y, std::string_view t) override {

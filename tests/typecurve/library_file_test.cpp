@@ -6,6 +6,7 @@
 #include "../support/raised.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <filesystem>
@@ -40,13 +41,15 @@ std::pair<int, bool> curveOf(LibraryFile file, int block) {
     return block > n ? std::pair{block - n, true} : std::pair{block, false};
 }
 
-// A scratch directory of its own for each test.
+// A scratch directory of its own for each test, and for each run: other builds run the same
+// tests at the same time.
 class ScratchDirectory {
 public:
     ScratchDirectory() {
         const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_path = fs::temp_directory_path() /
-                 (std::string("zorvekan-") + info->test_suite_name() + "-" + info->name());
+        m_path =
+            fs::temp_directory_path() / (std::string("zorvekan-") + info->test_suite_name() + "-" +
+                                         info->name() + "-" + std::to_string(::getpid()));
         fs::remove_all(m_path);
         fs::create_directories(m_path);
     }

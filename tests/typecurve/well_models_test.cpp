@@ -228,6 +228,28 @@ TEST(DualPorosity, DerivativeTransitions) {
     EXPECT_NEAR(warrenRootDerivative(0.01, 0.0001, 1e6), 0.5, 1e-12);
 }
 
+// The whole double-porosity well: with omega = 1 it is the single-porosity well (an error in
+// the Laplace form or the Stehfest weights shows at once), and once storage has ended its
+// derivative (central difference in ln T) is the sum of the two transition halves with
+// P1 = lambda' CDe2s / (omega (1 - omega)) = 1E-3 and P2 = lambda' CDe2s / (1 - omega) = 1E-4.
+TEST(DualPorosity, WholeWellLimits) {
+    for (const double t : {0.01, 1.0, 100.0, 1e4})
+        EXPECT_NEAR(dualPorosityStoragePressure(1000, 9e-8, 1.0, t) /
+                        radialStoragePressure(1000, t),
+                    1.0, 1e-5)
+            << t;
+    for (const double t : {3e3, 1e4, 1e5}) {
+        const double h = 0.02;
+        const double d = (dualPorosityStoragePressure(1000, 9e-8, 0.1, t * std::exp(h)) -
+                          dualPorosityStoragePressure(1000, 9e-8, 0.1, t * std::exp(-h))) /
+                         (2 * h);
+        EXPECT_NEAR(d / warrenRootDerivative(1e-3, 1e-4, t), 1.0, 5e-3) << t;
+    }
+    EXPECT_EQ(
+        testing::raised([] { return dualPorosityStoragePressure(1000, 9e-8, 0.0, 1.0); }).fault,
+        Fault::InvalidArgument);
+}
+
 // Arguments outside a model's domain are run-time faults, never NaN.
 TEST(WellModels, ArgumentsOutsideTheDomainAreFaults) {
     const std::function<double()> calls[] = {

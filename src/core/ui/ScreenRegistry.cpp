@@ -34,18 +34,9 @@ void ScreenRegistry::add(const QString& name, Factory factory) {
     e.factory = std::move(factory);
 }
 
-void ScreenRegistry::announce(const QString& name, const QString& title) {
-    m_entries[name].title = title;
-}
-
 bool ScreenRegistry::isAvailable(const QString& name) const {
     const auto it = m_entries.find(name);
     return it != m_entries.end() && it->second.factory;
-}
-
-QString ScreenRegistry::title(const QString& name) const {
-    const auto it = m_entries.find(name);
-    return it == m_entries.end() || it->second.title.isEmpty() ? name : it->second.title;
 }
 
 QWidget* ScreenRegistry::window(const QString& name) {

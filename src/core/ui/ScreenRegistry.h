@@ -27,8 +27,7 @@ struct KeptWork {
 };
 
 // Owns the windows of the program: each is a single instance, created on first use
-// and kept while hidden. Screens that arrive later are announced by their title until
-// their factory is added.
+// and kept while hidden.
 class ScreenRegistry {
 public:
     using Factory = std::function<QWidget*()>;
@@ -44,10 +43,8 @@ public:
     ScreenRegistry& operator=(const ScreenRegistry&) = delete;
 
     void add(const QString& name, Factory factory);
-    void announce(const QString& name, const QString& title);
 
     bool isAvailable(const QString& name) const;
-    QString title(const QString& name) const;
 
     // The window, created now if needed (not shown); null for a screen not available.
     QWidget* window(const QString& name);
@@ -72,7 +69,6 @@ public:
 private:
     struct Entry {
         Factory factory;
-        QString title;
         QPointer<QWidget> window;
         int created = -1; // creation order
     };

@@ -402,11 +402,6 @@ void InputScreen::runCommand(const QString& key) {
     });
 }
 
-void InputScreen::notAvailableYet(const QString& what) {
-    m_ctx.messages.show(this, MessageService::Kind::Information, QString::fromUtf8(kProgramTitle),
-                        what + QStringLiteral(" is not available in this version yet."));
-}
-
 void InputScreen::setPrintLayout(bool printing) {
     m_toolbar->setVisible(!printing);
     m_heading->setVisible(printing);
@@ -617,8 +612,7 @@ void InputScreen::navigate(const QString& item) {
         if (!screen)
             return;
         const QString name = qs(*screen);
-        if (!m_ctx.screens.show(name))
-            notAvailableYet(m_ctx.screens.title(name));
+        m_ctx.screens.show(name);
     });
 }
 

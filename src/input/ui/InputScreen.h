@@ -118,7 +118,6 @@ private:
     void setPrintLayout(bool printing);
     QImage renderPage();
     FluidChoice fluidChoice() const;
-    void notAvailableYet(const QString& what);
 
     template <class Handler> void guarded(Handler&& handler);
 

@@ -471,11 +471,7 @@ void SemilogScreen::expandOrReduce() {
 
 void SemilogScreen::automaticTypeCurveMatching() {
     m_ctx.state.TypeCurveEstimateFlag = 1;
-    if (!m_ctx.screens.show(QStringLiteral("kv2")))
-        m_ctx.messages.show(this, MessageService::Kind::Information,
-                            QString::fromUtf8(kProgramTitle),
-                            m_ctx.screens.title(QStringLiteral("kv2")) +
-                                QStringLiteral(" is not available in this version yet."));
+    m_ctx.screens.show(QStringLiteral("kv2"));
 }
 
 QImage SemilogScreen::printedPage() {
