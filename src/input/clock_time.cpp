@@ -103,9 +103,9 @@ const char* timeAt(const char* p, const char* end, ClockFields& f) {
     return q;
 }
 
-constexpr const char* kMonthNames[] = {"January", "February", "March",     "April",
-                                       "May",     "June",     "July",      "August",
-                                       "September", "October", "November", "December"};
+constexpr const char* kMonthNames[] = {"January",   "February", "March",    "April",
+                                       "May",       "June",     "July",     "August",
+                                       "September", "October",  "November", "December"};
 
 } // namespace
 
@@ -129,8 +129,8 @@ const char* readClockFields(const char* p, const char* end, ClockFields& fields)
     return q ? timeAt(q, end, fields) : nullptr;
 }
 
-bool clockMicros(const ClockFields& f, DateOrder order, std::int64_t& micros,
-                 std::string& problem) {
+bool clockDayMicros(const ClockFields& f, DateOrder order, std::int64_t& micros,
+                    std::string& problem) {
     int month = f.first, day = f.second;
     if (!f.yearFirst) {
         if (order == DateOrder::Unknown) {
@@ -154,6 +154,11 @@ bool clockMicros(const ClockFields& f, DateOrder order, std::int64_t& micros,
                   " has no day " + std::to_string(day) + inOrder();
         return false;
     }
+    micros = std::int64_t{date::sys_days{ymd}.time_since_epoch().count()} * 86400000000LL;
+    return true;
+}
+
+bool clockTimeOfDayMicros(const ClockFields& f, std::int64_t& micros, std::string& problem) {
     int hour = f.hour;
     if (f.half != ClockFields::Half::None) {
         if (hour < 1 || hour > 12) {
@@ -168,9 +173,16 @@ bool clockMicros(const ClockFields& f, DateOrder order, std::int64_t& micros,
                   (f.seconds < 10 ? "0" : "") + std::to_string(f.seconds);
         return false;
     }
-    const date::sys_days days{ymd};
-    micros = std::int64_t{days.time_since_epoch().count()} * 86400000000LL +
-             ((hour * 60LL + f.minute) * 60 + f.seconds) * 1000000LL + f.micros;
+    micros = ((hour * 60LL + f.minute) * 60 + f.seconds) * 1000000LL + f.micros;
+    return true;
+}
+
+bool clockMicros(const ClockFields& f, DateOrder order, std::int64_t& micros,
+                 std::string& problem) {
+    std::int64_t day = 0, time = 0;
+    if (!clockDayMicros(f, order, day, problem) || !clockTimeOfDayMicros(f, time, problem))
+        return false;
+    micros = day + time;
     return true;
 }
 

@@ -43,6 +43,11 @@ const char* readClockFields(const char* p, const char* end, ClockFields& fields)
 bool clockMicros(const ClockFields& fields, DateOrder order, std::int64_t& micros,
                  std::string& problem);
 
+// The two halves of clockMicros: the day's first moment, and the time of day.
+bool clockDayMicros(const ClockFields& fields, DateOrder order, std::int64_t& micros,
+                    std::string& problem);
+bool clockTimeOfDayMicros(const ClockFields& fields, std::int64_t& micros, std::string& problem);
+
 // Microseconds in an hour: elapsed clock time in hours is a difference of moments
 // divided by this (exact integers below 2^53, so the one division is the only rounding).
 inline constexpr double kMicrosPerHour = 3.6e9;

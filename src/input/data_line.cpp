@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 
 namespace zorvekan {
 
@@ -171,15 +172,16 @@ bool ColumnCursor::next(std::string_view& column) {
     return true;
 }
 
-bool DataLineReader::refuse(LineFault& fault, DataLine& out, std::string field,
-                            std::string problem) {
+bool DataLineReader::refuse(LineFault& fault, DataLine& out, std::string field, std::string problem,
+                            bool timeRead) {
     if (!m_dataBegun) {
         out.kind = DataLine::Kind::Header;
-        return true;
+        if (!timeRead)
+            return true;
     }
     fault.field = std::move(field);
     fault.problem = std::move(problem);
-    return false;
+    return !m_dataBegun;
 }
 
 bool DataLineReader::read(std::string_view line, DataLine& out, LineFault& fault,
@@ -237,22 +239,22 @@ bool DataLineReader::read(std::string_view line, DataLine& out, LineFault& fault
         }
     if (!found)
         return m_pressureColumn == 0
-                   ? refuse(fault, out, "", "no pressure after the time")
+                   ? refuse(fault, out, "", "no pressure after the time", true)
                    : refuse(fault, out, columnName(m_pressureColumn, "pressure"),
-                            "the line has no column " + std::to_string(m_pressureColumn));
+                            "the line has no column " + std::to_string(m_pressureColumn), true);
     const char* const columnEnd = column.data() + column.size();
     if (withPressure || plainNumberEnd(column.data(), columnEnd) != columnEnd) {
         const char* after = nullptr;
         const NumberRead read = readNumber(column.data(), columnEnd, out.pressure, after);
         if (read != NumberRead::Ok || after != columnEnd)
             return refuse(fault, out, columnName(index, "pressure"),
-                          column.empty()                     ? "the column is empty"
+                          column.empty()                   ? "the column is empty"
                           : read == NumberRead::OutOfRange ? "the pressure is beyond the range "
                                                              "of numbers"
-                                                           : shownText(column) +
-                                                                 " is not a number");
+                                                           : shownText(column) + " is not a number",
+                          true);
     }
-    columns.next(column); // the separator after the pressure counts for decimal commas too
+    columns.next(column);  // the separator after the pressure counts for decimal commas too
     if (columns.mixed()) { // refused also before the data begin: it reads as data otherwise
         fault.field.clear();
         fault.problem = shownText(line) + " separates its columns by different marks (commas, "
@@ -283,6 +285,76 @@ bool DataLineReader::read(std::string_view line, DataLine& out, LineFault& fault
     }
     out.time = static_cast<double>(micros);
     return true;
+}
+
+const char* DataLineReader::quickLine(const char* p, const char* end, char lineBreak,
+                                      DataLine& out) {
+    if (!m_dataBegun)
+        return nullptr;
+    const char* q = nullptr;
+    if (m_form == TimeForm::Number) {
+        if (!plainDecimal(p, end, out.time, q))
+            return nullptr;
+    } else {
+        q = readClockFields(p, end, m_clock);
+        if (!q || (!m_clock.yearFirst && m_order == DateOrder::Unknown))
+            return nullptr;
+        std::int64_t time = 0;
+        std::string unused; // a date or time that does not exist goes to `read`, which says why
+        if (m_clock.year != m_dayYear || m_clock.first != m_dayFirst ||
+            m_clock.second != m_daySecond || m_clock.yearFirst != m_dayYearFirst) {
+            if (!clockDayMicros(m_clock, m_order, m_dayMicros, unused))
+                return nullptr;
+            m_dayYear = m_clock.year;
+            m_dayFirst = m_clock.first;
+            m_daySecond = m_clock.second;
+            m_dayYearFirst = m_clock.yearFirst;
+        }
+        if (!clockTimeOfDayMicros(m_clock, time, unused))
+            return nullptr;
+        out.time = static_cast<double>(m_dayMicros + time);
+    }
+    out.kind = DataLine::Kind::Data;
+    out.timeText = std::string_view(p, std::size_t(q - p));
+    const auto separator = [end](const char*& s) {
+        while (s < end && isBlank(*s))
+            ++s;
+        char kind = ' ';
+        if (s < end && (*s == ',' || *s == ';')) {
+            kind = *s++;
+            while (s < end && isBlank(*s))
+                ++s;
+        }
+        return kind;
+    };
+    char kind = 0;
+    for (int index = 2;; ++index) {
+        const char* s = q;
+        const char k = separator(s);
+        if (s == q || s == end || (kind != 0 && k != kind))
+            return nullptr;
+        kind = k;
+        if (index == m_pressureColumn) {
+            q = plainNumberEnd(s, end);
+            if (!q)
+                return nullptr;
+            break;
+        }
+        q = s;
+        while (q < end && !endsColumn(*q) && *q != lineBreak && *q != '\r')
+            ++q;
+        if (q == s)
+            return nullptr;
+    }
+    // After the pressure: the line break, or a separator of the same kind.
+    const char* s = q;
+    const char k = separator(s);
+    const bool lineEnds =
+        s < end && (*s == lineBreak || (*s == '\r' && s + 1 < end && s[1] == lineBreak));
+    if (!lineEnds && (s == q || k != kind))
+        return nullptr;
+    const auto* found = static_cast<const char*>(std::memchr(s, lineBreak, std::size_t(end - s)));
+    return found ? found + 1 : nullptr;
 }
 
 bool readMomentAs(std::string_view text, TimeForm form, bool slashedDates, DateOrder order,

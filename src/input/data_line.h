@@ -3,6 +3,7 @@
 
 #include "input/clock_time.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -78,8 +79,16 @@ public:
         : m_order(order), m_pressureColumn(pressureColumn) {}
 
     // False with `fault` set when the line is refused. Without `withPressure` the
-    // pressure is checked but, when it is a plain decimal, not computed.
+    // pressure is checked but, when it is a plain decimal, not computed. A header line
+    // with a time but no pressure in the pressure column sets `fault` too.
     bool read(std::string_view line, DataLine& out, LineFault& fault, bool withPressure = true);
+
+    // The common data line, read as `read` reads it but in the same sweep that finds its
+    // end, once the data have begun: the time, then plain columns up to a plain-decimal
+    // pressure, separated by one kind of mark, then the line break. Returns the start of
+    // the next line with the time set (the pressure checked, not computed), or null for
+    // any other line, which then goes to `read`.
+    const char* quickLine(const char* p, const char* end, char lineBreak, DataLine& out);
 
     TimeForm form() const { return m_form; }
     int pressureColumn() const { return m_pressureColumn; }
@@ -99,7 +108,10 @@ public:
     }
 
 private:
-    bool refuse(LineFault& fault, DataLine& out, std::string field, std::string problem);
+    // Refuses a line, or before the first data line takes it as a header line; a header
+    // line whose time was read keeps the fault, for a file in which no line is data.
+    bool refuse(LineFault& fault, DataLine& out, std::string field, std::string problem,
+                bool timeRead = false);
     bool readTime(const char* p, const char* end, DataLine& out, LineFault& fault);
 
     DateOrder m_order;
@@ -109,6 +121,10 @@ private:
     bool m_slashed = false;
     bool m_needsOrder = false;
     ClockFields m_clock;
+    // The last date converted: the readings of one day share its first moment.
+    int m_dayYear = -1, m_dayFirst = 0, m_daySecond = 0;
+    bool m_dayYearFirst = false;
+    std::int64_t m_dayMicros = 0;
 };
 
 // A line shown in a message: quoted, cut after 40 characters.

@@ -255,8 +255,7 @@ bool decideDateOrder(const ImportSurvey& survey, DateOrder stated, DateOrder& or
         error.problem = "the dates contradict each other: line " +
                         std::to_string(survey.dayFirstLine) +
                         " has a day above 12 first (day/month/year), line " +
-                        std::to_string(survey.monthFirstLine) +
-                        " has it second (month/day/year)";
+                        std::to_string(survey.monthFirstLine) + " has it second (month/day/year)";
         return false;
     }
     order = survey.shownDateOrder();

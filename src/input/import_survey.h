@@ -37,7 +37,8 @@ struct ImportSurvey {
     FileError error; // a file that cannot be read as text
 
     std::vector<std::pair<long long, std::string>> preview; // line number and text
-    long long headerLines = 0; // lines before the first data line, blank and comment lines not counted
+    long long headerLines =
+        0; // lines before the first data line, blank and comment lines not counted
     long long firstDataLine = 0;
     long long dataLines = 0;
     TimeForm timeForm = TimeForm::Unknown;

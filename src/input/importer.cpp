@@ -91,9 +91,11 @@ public:
         return true;
     }
 
-    // Whether a reading lies at or before the start (and may give the start pressure).
-    bool atOrBefore(double time, bool first) const {
-        return m_fileZero ? first && time == 0 : time <= m_start;
+    // Whether a reading `hours` after the start lies at or before it (and may give the
+    // start pressure); a reading too close after it for its hours to differ from 0 lies
+    // at it.
+    bool atOrBefore(double time, double hours, bool first) const {
+        return m_fileZero ? first && time == 0 : !(hours > 0);
     }
     double hours(double time) const { return (time - m_start) / m_perHour; }
     bool fileZero() const { return m_fileZero; }
@@ -149,7 +151,7 @@ public:
             m_seenData = true;
             if (first && !m_start.begin(m_reader, line, fault))
                 return fail(result, m_lines.lineNumber(), std::move(fault));
-            if (!m_start.atOrBefore(line.time, first)) {
+            if (!m_start.atOrBefore(line.time, m_start.hours(line.time), first)) {
                 m_after = 1;
                 m_last = m_lines.offsetOf(text);
             }
@@ -168,8 +170,9 @@ public:
         count.after = m_after;
         // A last line that is not a reading is refused by the second pass, before this matters.
         std::string last;
-        if (m_after > 0 && m_lines.lineAt(m_last, last) && m_reader.read(last, line, fault, false) &&
-            line.kind == DataLine::Kind::Data && m_start.hours(line.time) > 0)
+        if (m_after > 0 && m_lines.lineAt(m_last, last) &&
+            m_reader.read(last, line, fault, false) && line.kind == DataLine::Kind::Data &&
+            m_start.hours(line.time) > 0)
             count.lastHours = m_start.hours(line.time);
         return true;
     }
@@ -231,11 +234,51 @@ public:
         : m_count(count), m_reader(reader), m_start(start), m_result(result),
           m_selector(static_cast<std::size_t>(count.after), count.lastHours, kMaxTestPoints) {}
 
+    // The lines of a block from completeLines, the first of them numbered `first`: the
+    // common data lines read in one sweep, the others by line. Returns the number of
+    // lines, or -1 when one was refused (the result says why).
+    long long block(std::string_view block, long long first, char lineBreak) {
+        const char* p = block.data();
+        const char* const end = p + block.size();
+        long long number = first;
+        for (; p < end; ++number) {
+            const char* begin = p;
+            if (const char* next = m_reader.quickLine(p, end, lineBreak, m_line)) {
+                p = next;
+                std::string_view text(begin, std::size_t(next - 1 - begin));
+                if (lineBreak == '\n' && !text.empty() && text.back() == '\r')
+                    text.remove_suffix(1);
+                if (!data(text, number))
+                    return -1;
+            } else if (!line(nextLineIn(p, end, lineBreak), number)) {
+                return -1;
+            }
+        }
+        return number - first;
+    }
+
     // Any line; false when it is refused (the result says why).
     bool line(std::string_view line, long long number) {
-        ImportSummary& summary = m_result.summary;
         if (!m_reader.read(line, m_line, m_fault, false))
             return fail(m_result, number, std::move(m_fault));
+        return data(line, number);
+    }
+
+    std::size_t kept() const { return m_kept; }
+    double time(std::size_t k) const { return m_time[k]; }
+    double pressure(std::size_t k) const { return m_pressure[k]; }
+    long long atOrBefore() const { return m_atOrBefore; }
+    const std::optional<double>& startPressure() const { return m_startPressure; }
+    const std::string& firstTime() const { return m_firstTime; }
+    // The first header line whose time was read but not its pressure: for a file in
+    // which no line is data, it says why (a pressure column beyond the file's columns).
+    long long nearMissLine() const { return m_nearMissLine; }
+    const LineFault& nearMiss() const { return m_nearMiss; }
+
+private:
+    // A line read into m_line.
+    bool data(std::string_view line, long long number) {
+        ImportSummary& summary = m_result.summary;
         switch (m_line.kind) {
         case DataLine::Kind::Blank:
             ++summary.blankLines;
@@ -245,6 +288,11 @@ public:
             return true;
         case DataLine::Kind::Header:
             ++summary.headerLines;
+            if (!m_fault.problem.empty() && m_nearMissLine == 0) {
+                m_nearMissLine = number;
+                m_nearMiss = m_fault;
+            }
+            m_fault.problem.clear();
             return true;
         case DataLine::Kind::Data:
             break;
@@ -262,24 +310,17 @@ public:
             return refuse(number, earlierText());
         m_previous = t;
         m_previousLine = number;
-        if (m_start.atOrBefore(t, first)) {
+        const double hours = m_start.hours(t);
+        if (m_start.atOrBefore(t, hours, first)) {
             if (!m_reader.read(line, m_line, m_fault)) // the pressure, computed now
                 return fail(m_result, number, std::move(m_fault));
             m_startPressure = m_line.pressure;
             ++m_atOrBefore;
             return true;
         }
-        return reading(number, line);
+        return reading(number, line, hours);
     }
 
-    std::size_t kept() const { return m_kept; }
-    double time(std::size_t k) const { return m_time[k]; }
-    double pressure(std::size_t k) const { return m_pressure[k]; }
-    long long atOrBefore() const { return m_atOrBefore; }
-    const std::optional<double>& startPressure() const { return m_startPressure; }
-    const std::string& firstTime() const { return m_firstTime; }
-
-private:
     bool begin(long long number) {
         m_firstTime.assign(m_line.timeText);
         return m_start.begin(m_reader, m_line, m_fault) ||
@@ -287,12 +328,15 @@ private:
     }
 
     // A reading after the start; its pressure is read only when it is kept.
-    bool reading(long long number, std::string_view line) {
+    bool reading(long long number, std::string_view line, double hours) {
         ImportSummary& summary = m_result.summary;
         if (summary.pairsInFile == m_count.after)
             return refuse(number, kFileChanged);
         ++summary.pairsInFile;
-        const double hours = m_start.hours(m_line.time);
+        if (!(hours > 0) || !std::isfinite(hours))
+            return refuse(number, "the time " + std::string(m_line.timeText) +
+                                      " cannot be told apart from the start, or is too far "
+                                      "from it");
         if (!m_selector.keep(hours))
             return true;
         if (!m_reader.read(line, m_line, m_fault))
@@ -326,6 +370,8 @@ private:
     long long m_atOrBefore = 0;
     std::optional<double> m_startPressure;
     std::string m_firstTime;
+    long long m_nearMissLine = 0;
+    LineFault m_nearMiss;
     std::array<double, kMaxTestPoints> m_time{}, m_pressure{};
     std::size_t m_kept = 0;
 };
@@ -348,9 +394,8 @@ bool countReadings(LineReader& lines, const ImportOptions& options, bool minutes
         result.error = lines.error();
         return false;
     }
-    const ImportSurvey survey = surveyImport(lines, [&](double f) {
-        return progress.go(kCountShare * f, result);
-    });
+    const ImportSurvey survey =
+        surveyImport(lines, [&](double f) { return progress.go(kCountShare * f, result); });
     if (!survey.ok) {
         result.error = survey.error;
         return false;
@@ -393,9 +438,10 @@ std::string importStartText(const ImportSummary& m) {
     if (!m.startGiven)
         return m.timeForm == TimeForm::Clock ? "Start at the first reading, " + m.start + "." : "";
     if (!m.startPressure)
-        return "Start " + m.start + ": no reading at or before it, the start pressure is unchanged.";
-    return "Start " + m.start + ": readings before it skipped: " +
-           std::to_string(m.readingsBeforeStart) + ".";
+        return "Start " + m.start +
+               ": no reading at or before it, the start pressure is unchanged.";
+    return "Start " + m.start +
+           ": readings before it skipped: " + std::to_string(m.readingsBeforeStart) + ".";
 }
 
 ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportOptions& options,
@@ -417,14 +463,10 @@ ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportOption
     StartRule start(options, minutes);
     SelectingPass pass(count, reader, start, result);
     for (std::string_view block; !(block = lines.completeLines()).empty();) {
-        const char* p = block.data();
-        const char* const end = p + block.size();
-        const long long first = lines.lineNumber() + 1;
-        long long number = first;
-        while (p < end)
-            if (!pass.line(nextLineIn(p, end, lines.lineBreak()), number++))
-                return result;
-        lines.consume(block, number - first);
+        const long long count = pass.block(block, lines.lineNumber() + 1, lines.lineBreak());
+        if (count < 0)
+            return result;
+        lines.consume(block, count);
         if (!progress.go(kCountShare + (1 - kCountShare) * lines.fraction(), result))
             return result;
     }
@@ -449,14 +491,20 @@ ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportOption
         result.error.problem = kFileChanged;
         return result;
     }
+    if (!reader.dataBegun() && pass.nearMissLine() > 0) {
+        LineFault fault = pass.nearMiss();
+        fault.problem += " (no line has a time and a pressure: nothing to import)";
+        fail(result, pass.nearMissLine(), std::move(fault));
+        return result;
+    }
     if (summary.pairsInFile == 0) {
         result.error.problem =
-            !reader.dataBegun()   ? "no time/pressure pairs found: nothing to import"
-            : summary.startGiven  ? "no readings after the start " + summary.start +
-                                       ": nothing to import"
-            : start.fileZero()    ? "no time/pressure pairs after the pair at time 0: nothing to "
-                                    "import"
-                                  : "no readings after the first one: nothing to import";
+            !reader.dataBegun() ? "no time/pressure pairs found: nothing to import"
+            : summary.startGiven
+                ? "no readings after the start " + summary.start + ": nothing to import"
+            : start.fileZero() ? "no time/pressure pairs after the pair at time 0: nothing to "
+                                 "import"
+                               : "no readings after the first one: nothing to import";
         return result;
     }
     progress.go(1.0, result);
@@ -484,8 +532,8 @@ ImportResult importTestData(AnalysisState& s, std::string_view text, const std::
     return importLines(s, lines, options, progress);
 }
 
-ImportResult importTestFile(AnalysisState& s, const std::string& path,
-                            const ImportOptions& options, const ImportProgress& progress) {
+ImportResult importTestFile(AnalysisState& s, const std::string& path, const ImportOptions& options,
+                            const ImportProgress& progress) {
     LineReader lines;
     ImportResult result;
     if (!lines.open(path, result.error))

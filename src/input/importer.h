@@ -59,7 +59,7 @@ struct ImportSummary {
     long long blankLines = 0;
     long long commentLines = 0;
     long long headerLines = 0;
-    long long readingsBeforeStart = 0;   // skipped, the one that gave the start pressure not counted
+    long long readingsBeforeStart = 0; // skipped, the one that gave the start pressure not counted
     std::optional<double> startPressure; // of the reading at or last before the start
     TimeForm timeForm = TimeForm::Unknown;
     DateOrder dateOrder = DateOrder::Unknown; // of dates with slashes
@@ -103,12 +103,10 @@ ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportOption
 
 // importLines on text held in memory.
 ImportResult importTestData(AnalysisState& s, std::string_view text, const std::string& name,
-                            const ImportOptions& options = {},
-                            const ImportProgress& progress = {});
+                            const ImportOptions& options = {}, const ImportProgress& progress = {});
 
 // importLines on the file at `path`.
 ImportResult importTestFile(AnalysisState& s, const std::string& path,
-                            const ImportOptions& options = {},
-                            const ImportProgress& progress = {});
+                            const ImportOptions& options = {}, const ImportProgress& progress = {});
 
 } // namespace zorvekan

@@ -88,12 +88,12 @@ ImportSetupDialog::ImportSetupDialog(const ImportSurvey& survey, const QString& 
     m_dateOrder->setEnabled(shown == DateOrder::Unknown);
     const long long tellingLine =
         shown == DateOrder::DayMonthYear ? survey.dayFirstLine : survey.monthFirstLine;
-    auto* orderNote = plainLabel(
-        QStringLiteral("dateOrderNote"),
-        shown == DateOrder::Unknown
-            ? QStringLiteral("No day above 12 in the file tells the order: choose it.")
-            : QStringLiteral("Told by line %1 (a day above 12).").arg(tellingLine),
-        this);
+    auto* orderNote =
+        plainLabel(QStringLiteral("dateOrderNote"),
+                   shown == DateOrder::Unknown
+                       ? QStringLiteral("No day above 12 in the file tells the order: choose it.")
+                       : QStringLiteral("Told by line %1 (a day above 12).").arg(tellingLine),
+                   this);
 
     m_start = new QLineEdit(this);
     m_start->setObjectName(QStringLiteral("startText"));
@@ -204,12 +204,12 @@ void ImportSetupDialog::pressureColumnChosen() {
     const std::string time = !c ? std::string() : m_expectRise ? c->riseTime : c->fallTime;
     const double jump = !c ? 0.0 : m_expectRise ? c->largestRise : c->largestFall;
     m_jump->setEnabled(!time.empty());
-    m_jump->setText(
-        time.empty() ? QStringLiteral("No pressure jump in this column")
-                     : QStringLiteral("Largest Pressure %1: %2 (%3 psi)")
-                           .arg(m_expectRise ? QStringLiteral("Rise") : QStringLiteral("Fall"))
-                           .arg(qs(time))
-                           .arg(jump, 0, 'g', 6));
+    m_jump->setText(time.empty()
+                        ? QStringLiteral("No pressure jump in this column")
+                        : QStringLiteral("Largest Pressure %1: %2 (%3 psi)")
+                              .arg(m_expectRise ? QStringLiteral("Rise") : QStringLiteral("Fall"))
+                              .arg(qs(time))
+                              .arg(jump, 0, 'g', 6));
     check();
 }
 

@@ -162,8 +162,8 @@ std::optional<ImportResult> TestFileCommands::import() {
         }
         const AnalysisState& s = m_ctx.state;
         ImportSetupDialog dialog(survey, QFileInfo(path).fileName(),
-                                 (s.ShutInFlag != 0) != (s.InjectionFlag != 0),
-                                 s.TestTimeUnit == 1, m_parent);
+                                 (s.ShutInFlag != 0) != (s.InjectionFlag != 0), s.TestTimeUnit == 1,
+                                 m_parent);
         if (!m_ctx.messages.runDialog(dialog))
             return std::nullopt;
         options = dialog.options();
