@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace zorvekan {
@@ -48,16 +49,18 @@ ImportSetupDialog::ImportSetupDialog(const ImportSurvey& survey, const QString& 
     bold.setBold(true);
     heading->setFont(bold);
 
-    auto* format = plainLabel(
-        QStringLiteral("formatLabel"),
-        QStringLiteral("Data from line %1 on (%2 header lines before), %3 readings. Time in "
-                       "column 1: %4; %5 columns in all.")
-            .arg(survey.firstDataLine)
-            .arg(survey.headerLines)
-            .arg(survey.dataLines)
-            .arg(timeDescription(survey, minutes))
-            .arg(survey.columns.size() + 1),
-        this);
+    auto* format =
+        plainLabel(QStringLiteral("formatLabel"),
+                   QStringLiteral("Data from line %1 on (%2 before), %3 readings. Time in "
+                                  "column 1: %4; %5 columns in all.")
+                       .arg(survey.firstDataLine)
+                       .arg(survey.headerLines == 1
+                                ? QStringLiteral("1 header line")
+                                : QStringLiteral("%1 header lines").arg(survey.headerLines))
+                       .arg(survey.dataLines)
+                       .arg(timeDescription(survey, minutes))
+                       .arg(survey.columns.size() + 1),
+                   this);
 
     m_pressureColumn = new QComboBox(this);
     m_pressureColumn->setObjectName(QStringLiteral("pressureColumn"));
@@ -187,7 +190,11 @@ QWidget* ImportSetupDialog::buildPreview() {
     }
     preview->setPlainText(lines.join(QLatin1Char('\n')));
     const QFontMetrics metrics(preview->font());
-    preview->setFixedHeight(metrics.lineSpacing() * (static_cast<int>(lines.size()) + 1) + 12);
+    preview->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    preview->setFixedHeight(
+        metrics.lineSpacing() * static_cast<int>(lines.size()) +
+        2 * (preview->frameWidth() + static_cast<int>(preview->document()->documentMargin())) +
+        preview->horizontalScrollBar()->sizeHint().height() + 4);
     return preview;
 }
 
