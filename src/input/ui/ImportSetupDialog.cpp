@@ -241,8 +241,11 @@ void ImportSetupDialog::check() {
 ImportOptions ImportSetupDialog::options() const {
     ImportOptions options;
     const QString start = m_start->text().trimmed();
-    // The first reading of a record of dates is its start without being named.
-    if (!start.isEmpty() && start != qs(m_survey.firstTime).trimmed())
+    // The first reading of a record of dates is its start without being named (a record
+    // of numbers without a start keeps its own time 0 instead).
+    const bool firstOfDates =
+        m_survey.timeForm == TimeForm::Clock && start == qs(m_survey.firstTime).trimmed();
+    if (!start.isEmpty() && !firstOfDates)
         options.start = start.toStdString();
     options.dateOrder = chosenOrder();
     options.pressureColumn = chosenColumn();
