@@ -244,27 +244,37 @@ ImportSurvey surveyImportFile(const std::string& path,
     return surveyImport(lines, progress);
 }
 
-bool decideDateOrder(const ImportSurvey& survey, DateOrder stated, DateOrder& order,
-                     FileError& error) {
-    order = stated;
-    if (stated != DateOrder::Unknown || !survey.slashedDates)
-        return true;
+FileError dateOrderContradiction(const ImportSurvey& survey) {
+    FileError error;
+    error.file = survey.error.file;
+    error.line = static_cast<int>(std::max(survey.dayFirstLine, survey.monthFirstLine));
     error.field = "column 1 (date and time)";
-    if (survey.contradictoryDates()) {
-        error.line = static_cast<int>(std::max(survey.dayFirstLine, survey.monthFirstLine));
-        error.problem = "the dates contradict each other: line " +
-                        std::to_string(survey.dayFirstLine) +
-                        " has a day above 12 first (day/month/year), line " +
-                        std::to_string(survey.monthFirstLine) + " has it second (month/day/year)";
-        return false;
+    error.problem = "the dates contradict each other: line " + std::to_string(survey.dayFirstLine) +
+                    " has a day above 12 first (day/month/year), line " +
+                    std::to_string(survey.monthFirstLine) + " has it second (month/day/year)";
+    return error;
+}
+
+DateOrder firstShownDateOrder(LineReader& lines, const std::function<bool(double)>& progress,
+                              bool& cancelled) {
+    cancelled = false;
+    ClockFields f;
+    long long count = 0;
+    for (std::string_view line; lines.next(line);) {
+        const char* p = line.data();
+        const char* const end = p + line.size();
+        if (lineStart(p, end) == LineStart::Number && readClockFields(p, end, f) && !f.yearFirst) {
+            if (f.first > 12)
+                return DateOrder::DayMonthYear;
+            if (f.second > 12)
+                return DateOrder::MonthDayYear;
+        }
+        if ((++count & 0xFFFF) == 0 && progress && !progress(lines.fraction())) {
+            cancelled = true;
+            break;
+        }
     }
-    order = survey.shownDateOrder();
-    if (order != DateOrder::Unknown)
-        return true;
-    error.line = static_cast<int>(survey.firstDataLine);
-    error.problem = "no day above 12 tells whether the dates are day/month/year or "
-                    "month/day/year: state the order";
-    return false;
+    return DateOrder::Unknown;
 }
 
 } // namespace zorvekan

@@ -63,10 +63,14 @@ ImportSurvey surveyImport(LineReader& lines, const std::function<bool(double)>& 
 ImportSurvey surveyImportFile(const std::string& path,
                               const std::function<bool(double)>& progress = {});
 
-// The order of day and month for importing a file of dates with slashes: the stated
-// one, or the one its dates show; false with `error` (the line and column named) when
-// the file shows none, or contradicts itself or the stated order.
-bool decideDateOrder(const ImportSurvey& survey, DateOrder stated, DateOrder& order,
-                     FileError& error);
+// The refusal of a file whose dates contradict each other (contradictoryDates): one
+// line has a day above 12 first, another second.
+FileError dateOrderContradiction(const ImportSurvey& survey);
+
+// The order of day and month the first date that shows it tells (a number above 12),
+// read from the start of the file up to it; Unknown when no date shows it, or when the
+// pass was cancelled (`cancelled` is then set) or the file could not be read.
+DateOrder firstShownDateOrder(LineReader& lines, const std::function<bool(double)>& progress,
+                              bool& cancelled);
 
 } // namespace zorvekan

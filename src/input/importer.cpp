@@ -390,20 +390,26 @@ bool countReadings(LineReader& lines, const ImportOptions& options, bool minutes
         if (!reader.needsDateOrder())
             return false;
     }
+    // The dates have slashes and their order was not stated: the first date that shows
+    // it tells it; a later one that contradicts it is refused by its line.
+    const FileError unknown = result.error;
     if (!lines.rewind()) {
         result.error = lines.error();
         return false;
     }
-    const ImportSurvey survey =
-        surveyImport(lines, [&](double f) { return progress.go(kCountShare * f, result); });
-    if (!survey.ok) {
-        result.error = survey.error;
+    bool cancelled = false;
+    order = firstShownDateOrder(
+        lines, [&](double f) { return progress.go(kCountShare * f, result); }, cancelled);
+    if (cancelled)
+        return false;
+    if (lines.failed()) {
+        result.error = lines.error();
         return false;
     }
-    FileError error;
-    if (!decideDateOrder(survey, DateOrder::Unknown, order, error)) {
-        result.error = error;
-        result.error.file = lines.name();
+    if (order == DateOrder::Unknown) {
+        result.error = unknown;
+        result.error.problem = "no day above 12 tells whether the dates are day/month/year or "
+                               "month/day/year: state the order";
         return false;
     }
     if (!lines.rewind()) {

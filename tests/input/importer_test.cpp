@@ -272,7 +272,7 @@ TEST(Import, BadFilesAreRefusedAndChangeNothing) {
          {},
          2,
          "column 1 (date and time)",
-         "the dates contradict each other: line 1 has a day above 12 first"},
+         "there is no month 14 (read day/month/year)"},
         {"Start\n01/03/2024 12:00:00,1\n02/03/2024 12:00:00,2\n",
          {},
          2,

@@ -153,9 +153,8 @@ std::optional<ImportResult> TestFileCommands::import() {
     ImportOptions options;
     if (survey.ok && !survey.plainPairs()) {
         watch.reset();
-        FileError error;
-        if (survey.contradictoryDates() &&
-            !decideDateOrder(survey, DateOrder::Unknown, options.dateOrder, error)) {
+        if (survey.contradictoryDates()) {
+            FileError error = dateOrderContradiction(survey);
             error.file = path.toStdString();
             refuse(failed, qs(error.message()));
             return std::nullopt;
