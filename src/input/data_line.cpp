@@ -275,6 +275,12 @@ bool DataLineReader::read(std::string_view line, DataLine& out, LineFault& fault
         out.time = number;
         return true;
     }
+    if (m_clock.yearFirst == m_slashed) {
+        fault.field = columnName(1, "date and time");
+        fault.problem = shownText(timeText) + " is not written as the dates before it (" +
+                        (m_slashed ? "day and month first" : "year first") + ")";
+        return false;
+    }
     std::int64_t micros = 0;
     std::string problem;
     if (!clockMicros(m_clock, m_order, micros, problem)) {
@@ -297,7 +303,8 @@ const char* DataLineReader::quickLine(const char* p, const char* end, char lineB
             return nullptr;
     } else {
         q = readClockFields(p, end, m_clock);
-        if (!q || (!m_clock.yearFirst && m_order == DateOrder::Unknown))
+        if (!q || m_clock.yearFirst == m_slashed ||
+            (!m_clock.yearFirst && m_order == DateOrder::Unknown))
             return nullptr;
         std::int64_t time = 0;
         std::string unused; // a date or time that does not exist goes to `read`, which says why
