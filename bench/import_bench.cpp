@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Import of a real gauge record: a million lines must stay within 10 times of counting
-// the same file's lines (wc -l), and the memory an import needs must not grow with the
-// file: BM_ImportPeakMemory reports the peak resident memory of the process after
-// importing the file named by ZORVEKAN_IMPORT_BENCH_FILE (a gauge record of a
-// gigabyte must stay under 100 MB), or the million-line file when it is not set.
+// Import of a real gauge record: a million lines of pairs must stay within 10 times of
+// counting the same file's lines (wc -l), a million lines of dates and times with a
+// temperature column within 20 times and under 0.5 s, and the memory an import needs
+// must not grow with the file: BM_ImportPeakMemory reports the peak resident memory of
+// the process after importing the file named by ZORVEKAN_IMPORT_BENCH_FILE (a gauge
+// record of a gigabyte must stay under 100 MB), or the million-line file when it is not
+// set.
+#include "input/import_survey.h"
 #include "input/importer.h"
 #include "input/log_time_selection.h"
 #include "input/test_file.h"
 
 #include <benchmark/benchmark.h>
+#include <date/date.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -47,6 +52,82 @@ const std::string& gaugeFile() {
     return path;
 }
 
+// The same buildup as a gauge exports it: a header block, then a date and time to the
+// millisecond, the pressure and the temperature, a reading every 0.36 s from midnight on
+// 28 February 2024 (across the leap day and the end of the month).
+const std::string& clockTimeFile() {
+    static const std::string path = [] {
+        const auto dir = std::filesystem::temp_directory_path() / "zorvekan_import_bench";
+        std::filesystem::create_directories(dir);
+        const std::string file = (dir / "gauge_clock_1M.csv").string();
+        std::ofstream out(file, std::ios::binary);
+        out << "Gauge 4471, example well A-1\nDate Time,Pressure (psia),Temperature (degF)\n";
+        const auto first = date::sys_days{date::year{2024} / 2 / 28};
+        char line[96];
+        for (int i = 0; i < 1000000; ++i) {
+            const auto at = first + std::chrono::milliseconds{i * 360LL};
+            const double t = i * 1e-4;
+            const double p = 3000 + 60 * std::log10(1 + t) + 500 * (1 - std::exp(-t / 0.05));
+            const int n = std::snprintf(line, sizeof line, ",%.2f,%.2f\n", p, 205 + 0.001 * t);
+            out << date::format("%Y-%m-%d %H:%M:%S", at);
+            out.write(line, n);
+        }
+        return file;
+    }();
+    return path;
+}
+
+void countLines(benchmark::State& state, const std::string& file) {
+    std::vector<char> buffer(1 << 20);
+    for (auto _ : state) {
+        const int fd = ::open(file.c_str(), O_RDONLY);
+        long long lines = 0;
+        for (ssize_t got; (got = ::read(fd, buffer.data(), buffer.size())) > 0;)
+            for (const char *p = buffer.data(), *end = p + got;
+                 (p = static_cast<const char*>(std::memchr(p, '\n', std::size_t(end - p)))) !=
+                 nullptr;
+                 ++p)
+                ++lines;
+        ::close(fd);
+        benchmark::DoNotOptimize(lines);
+    }
+}
+
+// A million clock-time readings, shut in after the first hour.
+void BM_ImportClockTimeMillionLines(benchmark::State& state) {
+    const std::string& file = clockTimeFile();
+    ImportOptions options;
+    options.start = "2024-02-28 01:00:00";
+    for (auto _ : state) {
+        AnalysisState s;
+        const ImportResult r = importTestFile(s, file, options);
+        if (!r.ok || s.TestPointCount != 500)
+            state.SkipWithError("import failed");
+        benchmark::DoNotOptimize(s.TestTime[500]);
+    }
+    state.SetBytesProcessed(state.iterations() *
+                            static_cast<std::int64_t>(std::filesystem::file_size(file)));
+    state.SetItemsProcessed(state.iterations() * 1000000);
+}
+BENCHMARK(BM_ImportClockTimeMillionLines)->Unit(benchmark::kMillisecond);
+
+void BM_CountLinesOfTheClockTimeFile(benchmark::State& state) {
+    countLines(state, clockTimeFile());
+}
+BENCHMARK(BM_CountLinesOfTheClockTimeFile)->Unit(benchmark::kMillisecond);
+
+// The desktop program's survey of the same file before its import dialog.
+void BM_SurveyClockTimeMillionLines(benchmark::State& state) {
+    const std::string& file = clockTimeFile();
+    for (auto _ : state) {
+        const ImportSurvey survey = surveyImportFile(file);
+        if (!survey.ok)
+            state.SkipWithError("survey failed");
+        benchmark::DoNotOptimize(survey.columns.size());
+    }
+}
+BENCHMARK(BM_SurveyClockTimeMillionLines)->Unit(benchmark::kMillisecond);
+
 void BM_ImportMillionLines(benchmark::State& state) {
     const std::string& file = gaugeFile();
     for (auto _ : state) {
@@ -64,20 +145,7 @@ BENCHMARK(BM_ImportMillionLines)->Unit(benchmark::kMillisecond);
 
 // The yardstick: counting the lines of the same file, as wc -l does.
 void BM_CountLinesOfTheSameFile(benchmark::State& state) {
-    const std::string& file = gaugeFile();
-    std::vector<char> buffer(1 << 20);
-    for (auto _ : state) {
-        const int fd = ::open(file.c_str(), O_RDONLY);
-        long long lines = 0;
-        for (ssize_t got; (got = ::read(fd, buffer.data(), buffer.size())) > 0;)
-            for (const char *p = buffer.data(), *end = p + got;
-                 (p = static_cast<const char*>(std::memchr(p, '\n', std::size_t(end - p)))) !=
-                 nullptr;
-                 ++p)
-                ++lines;
-        ::close(fd);
-        benchmark::DoNotOptimize(lines);
-    }
+    countLines(state, gaugeFile());
 }
 BENCHMARK(BM_CountLinesOfTheSameFile)->Unit(benchmark::kMillisecond);
 

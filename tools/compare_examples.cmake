@@ -1,12 +1,12 @@
-# Regenerates the example test files into OUTPUT and fails unless each equals its
+# Regenerates the example test files and gauge records into OUTPUT and fails unless each equals its
 # committed copy in EXPECTED (and no committed example is missing from the output).
 file(REMOVE_RECURSE ${OUTPUT})
 execute_process(COMMAND ${GENERATOR} ${OUTPUT} RESULT_VARIABLE status)
 if(NOT status EQUAL 0)
     message(FATAL_ERROR "the example generator failed (${status})")
 endif()
-file(GLOB generated RELATIVE ${OUTPUT} ${OUTPUT}/*.zvt)
-file(GLOB committed RELATIVE ${EXPECTED} ${EXPECTED}/*.zvt)
+file(GLOB generated RELATIVE ${OUTPUT} ${OUTPUT}/*.zvt ${OUTPUT}/*.csv)
+file(GLOB committed RELATIVE ${EXPECTED} ${EXPECTED}/*.zvt ${EXPECTED}/*.csv)
 if(NOT generated STREQUAL committed)
     message(FATAL_ERROR "generated examples '${generated}' but examples/ holds '${committed}'")
 endif()

@@ -23,10 +23,14 @@
 #include "input/test_file.h"
 #include "typecurve/well_models.h"
 
+#include <date/date.h>
+
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <iostream>
 #include <string>
@@ -308,6 +312,68 @@ AnalysisState dualPorosityBuildup() {
     return s;
 }
 
+// ---- a downhole gauge's record of the oil buildup's whole test ----
+// The buildup well read by a memory gauge: an hour at the initial pressure, 72 h of
+// flow at 400 STB/day from 19:00 on 27 February 2024 (across the leap day and the end
+// of the month), then 48 h of buildup from the shut-in at 19:00 on 1 March. The gauge
+// writes day/month/year dates, the pressure to 0.01 psi and the temperature to 0.01
+// deg F, fast at each rate change and slower later, as gauges are programmed.
+constexpr double kStaticHours = 1, kFlowHours = 72, kBuildupHours = 48;
+
+// The sampling of one period: every `fast` seconds for its first `fastFor` seconds,
+// every `middle` seconds until `middleFor`, then every `slow` seconds to its end.
+std::vector<int> sampleSeconds(double hours, int fast, int fastFor, int middle, int middleFor,
+                               int slow) {
+    std::vector<int> seconds;
+    const int end = static_cast<int>(hours * 3600);
+    for (int t = 0; t < end; t += t < fastFor ? fast : t < middleFor ? middle : slow)
+        seconds.push_back(t);
+    return seconds;
+}
+
+std::string gaugeRecord() {
+    const Well& w = kBuildupWell;
+    const double unitDrop = 141.2 * kBuildupRate * kBuildupFvf * w.mu / (w.k * w.h);
+    const auto first = date::sys_days{date::year{2024} / 2 / 27} + std::chrono::hours{18};
+    std::string text = "Gauge export: example well A-1, downhole memory gauge\n"
+                       "Gauge serial: 4471-X, run 27/02/2024 to 03/03/2024\n"
+                       "Test: flow at 400 STB/day, then buildup\n"
+                       "Date Time,Pressure (psia),Temperature (degF)\n";
+    auto reading = [&](int second, double pressure, double temperature) {
+        const auto at = first + std::chrono::seconds{second};
+        char line[64];
+        std::snprintf(line, sizeof line, ",%.2f,%.2f\n", toGauge(pressure),
+                      std::round(temperature * 100) / 100);
+        text += date::format("%d/%m/%Y %H:%M:%S", at) + line;
+    };
+    const int flowStart = static_cast<int>(kStaticHours * 3600);
+    const int shutIn = flowStart + static_cast<int>(kFlowHours * 3600);
+    for (const int t : sampleSeconds(kStaticHours, 300, 0, 300, 0, 300))
+        reading(t, kBuildupInitial, 205);
+    for (const int t : sampleSeconds(kFlowHours, 60, 3600, 600, 3600, 600)) {
+        const double hours = t / 3600.0;
+        reading(flowStart + t, kBuildupInitial - unitDrop * pD(w, hours),
+                205 + 3 * (1 - std::exp(-hours / 2)));
+    }
+    const double tp = kFlowHours;
+    for (const int t : sampleSeconds(kBuildupHours + 1.0 / 3600, 5, 600, 60, 7200, 300)) {
+        const double dt = t / 3600.0;
+        const double p = t == 0 ? kBuildupInitial - unitDrop * pD(w, tp)
+                                : kBuildupInitial - unitDrop * (pD(w, tp + dt) - pD(w, dt));
+        reading(shutIn + t, p, 205 + 3 * (1 - std::exp(-tp / 2)) * std::exp(-dt / 3));
+    }
+    return text;
+}
+
+bool writeText(const std::filesystem::path& dir, const char* name, const std::string& text) {
+    std::ofstream out(dir / name, std::ios::binary);
+    out << text;
+    if (out.flush())
+        return true;
+    std::cerr << "zorvekan-make-examples: " << (dir / name).string() << ": cannot be written\n";
+    return false;
+}
+
 bool write(const std::filesystem::path& dir, const char* name, const AnalysisState& s) {
     AnalysisState finished = s;
     deriveFlowRateAndProducingTime(finished);
@@ -336,7 +402,8 @@ int main(int argc, char** argv) {
                         write(dir, "gas-drawdown.zvt", gasDrawdown()) &&
                         write(dir, "two-rate-drawdown.zvt", twoRateDrawdown()) &&
                         write(dir, "fractured-drawdown.zvt", fracturedDrawdown()) &&
-                        write(dir, "dual-porosity-buildup.zvt", dualPorosityBuildup());
+                        write(dir, "dual-porosity-buildup.zvt", dualPorosityBuildup()) &&
+                        writeText(dir, "oil-gauge-record.csv", gaugeRecord());
         return ok ? 0 : 1;
     } catch (const std::exception& e) {
         std::cerr << "zorvekan-make-examples: " << e.what() << '\n';

@@ -2,12 +2,12 @@
 #include "input/importer.h"
 
 #include "core/display_mask.h"
+#include "input/import_survey.h"
 #include "input/input_rules.h"
 #include "input/log_time_selection.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -19,111 +19,8 @@ namespace zorvekan {
 namespace {
 
 constexpr double kCountShare = 0.3; // of the work: the counting pass, then selection
+constexpr long long kLinesPerReport = 1 << 16;
 constexpr const char* kFileChanged = "the file changed while it was imported; import it again";
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-bool startsNumber(char c) {
-    return (c >= '0' && c <= '9') || c == '.';
-}
-
-const char* skipBlanks(const char* p, const char* end) {
-    while (p < end && isBlank(*p))
-        ++p;
-    return p;
-}
-
-enum class NumberRead { Ok, NotANumber, OutOfRange };
-
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-// Plain decimals ("2534.56", "-0.0125"), the form gauges write, read without the
-// general parser: digits m < 2^53 and a power 10^k with k <= 22 are both exact, so
-// the one division m / 10^k is correctly rounded, the same double as from_chars
-// gives (Clinger's fast path). Anything else returns false and takes the general path.
-bool plainDecimal(const char* p, const char* end, double& value, const char*& after) {
-    const bool negative = p < end && *p == '-';
-    if (negative)
-        ++p;
-    std::uint64_t mantissa = 0;
-    int digits = 0, decimals = 0;
-    while (p < end && isDigit(*p) && digits < 19) {
-        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
-        ++digits;
-    }
-    if (p < end && *p == '.') {
-        ++p;
-        while (p < end && isDigit(*p) && digits < 19) {
-            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
-            ++digits;
-            ++decimals;
-        }
-    }
-    constexpr std::uint64_t kExactLimit = std::uint64_t{1} << 53;
-    if (digits == 0 || mantissa > kExactLimit || decimals > 22 ||
-        (p < end && (isDigit(*p) || *p == 'e' || *p == 'E' || *p == '.')))
-        return false;
-    const double v = static_cast<double>(mantissa) / kPowersOfTen[decimals];
-    value = negative ? -v : v;
-    after = p;
-    return true;
-}
-
-// A decimal number at p ("12", "-1.5", ".5", "1E-3", a leading "+"); `after` is set
-// past it. Text such as "inf", "nan" or "0x1F" is not read as a number.
-NumberRead readNumber(const char* p, const char* end, double& value, const char*& after) {
-    if (p < end && *p == '+')
-        ++p;
-    const char* digits = p < end && *p == '-' ? p + 1 : p;
-    if (digits >= end || !startsNumber(*digits))
-        return NumberRead::NotANumber;
-    if (plainDecimal(p, end, value, after))
-        return NumberRead::Ok;
-    const auto [ptr, ec] = std::from_chars(p, end, value);
-    after = ptr;
-    if (ec == std::errc::result_out_of_range)
-        return NumberRead::OutOfRange;
-    return ec == std::errc() ? NumberRead::Ok : NumberRead::NotANumber;
-}
-
-bool isComment(const char* p, const char* end) {
-    return *p == '#' || *p == ';' || *p == '\'' || (*p == '/' && p + 1 < end && p[1] == '/');
-}
-
-std::string shownLine(const char* p, const char* end) {
-    constexpr std::ptrdiff_t kMax = 40;
-    std::string s(p, static_cast<std::size_t>(std::min(end - p, kMax)));
-    if (end - p > kMax)
-        s += "...";
-    return "\"" + s + "\"";
-}
-
-enum class LineStart { Blank, Comment, Number, Other };
-
-// What a line begins with, blanks skipped: a number is a digit, or a sign or a
-// point before one ("-.5"). Both passes class lines by this alone, so they count
-// the same pairs.
-LineStart lineStart(const char*& p, const char* end) {
-    p = skipBlanks(p, end);
-    if (p == end)
-        return LineStart::Blank;
-    if (isComment(p, end))
-        return LineStart::Comment;
-    const char* q = p;
-    if (*q == '+' || *q == '-')
-        ++q;
-    if (q < end && *q == '.')
-        ++q;
-    return q < end && isDigit(*q) ? LineStart::Number : LineStart::Other;
-}
 
 std::string numberText(double v) {
     char text[32];
@@ -131,8 +28,12 @@ std::string numberText(double v) {
     return text;
 }
 
-// Reports the progress of both passes, once a block of the file, each report beyond
-// the one before; false when the engineer cancelled (the result says so).
+std::string timeField(TimeForm form) {
+    return form == TimeForm::Clock ? "column 1 (date and time)" : "column 1 (time)";
+}
+
+// Reports the progress of the passes, each report beyond the one before; false when
+// the engineer cancelled (the result says so).
 class Progress {
 public:
     explicit Progress(const ImportProgress& report) : m_report(report) {}
@@ -153,16 +54,64 @@ private:
     double m_reported = 0;
 };
 
-ImportResult failure(ImportResult& result, long long line, std::string problem) {
+bool fail(ImportResult& result, long long line, LineFault fault) {
     result.error.line = static_cast<int>(std::min<long long>(line, 2147483647));
-    result.error.problem = std::move(problem);
-    return result;
+    result.error.field = std::move(fault.field);
+    result.error.problem = std::move(fault.problem);
+    return false;
 }
 
+// The start of the analysed period and the hours since it. A record of numbers
+// without a start keeps its own time 0; a record of dates starts at its first reading.
+class StartRule {
+public:
+    StartRule(const ImportOptions& options, bool minutes)
+        : m_text(options.start), m_minutes(minutes) {}
+
+    // At the first data line, once the time form is known.
+    bool begin(const DataLineReader& reader, const DataLine& first, LineFault& fault) {
+        const bool clock = reader.form() == TimeForm::Clock;
+        m_perHour = clock ? kMicrosPerHour : m_minutes ? 60.0 : 1.0;
+        m_fileZero = !m_text && !clock;
+        m_start = clock ? first.time : 0.0;
+        if (!m_text)
+            return true;
+        bool isNumber = false;
+        double moment = 0;
+        if (!reader.readMoment(*m_text, moment, isNumber, fault.problem)) {
+            fault.field = "start";
+            return false;
+        }
+        m_start = clock && isNumber ? first.time + std::round(moment * kMicrosPerHour) : moment;
+        if (!std::isfinite(m_start) || std::fabs(m_start) > 1e300) {
+            fault.field = "start";
+            fault.problem = "the start " + *m_text + " is beyond the range of times";
+            return false;
+        }
+        return true;
+    }
+
+    // Whether a reading `hours` after the start lies at or before it (and may give the
+    // start pressure); a reading too close after it for its hours to differ from 0 lies
+    // at it.
+    bool atOrBefore(double time, double hours, bool first) const {
+        return m_fileZero ? first && time == 0 : !(hours > 0);
+    }
+    double hours(double time) const { return (time - m_start) / m_perHour; }
+    bool fileZero() const { return m_fileZero; }
+
+private:
+    std::optional<std::string> m_text;
+    bool m_minutes;
+    bool m_fileZero = false;
+    double m_start = 0;
+    double m_perHour = 1;
+};
+
 // What the first pass finds.
-struct PairCount {
-    long long pairs = 0; // without a first pair at time 0
-    double lastTime = 1; // of the last pair, in hours
+struct ReadingCount {
+    long long after = 0;  // readings after the start
+    double lastHours = 1; // of the last reading, since the start
 };
 
 // The next line of a block from completeLines, without its line break.
@@ -176,38 +125,55 @@ std::string_view nextLineIn(const char*& p, const char* end, char lineBreak) {
     return line;
 }
 
-// The first pass: the number of pairs (without a first pair at time 0) and the time
-// of the last one, in hours, so the second pass can select without holding pairs.
-// Lines are classed by their first character alone; a block in which every line
-// begins with a digit, as nearly all of a gauge record does, is counted at once.
-class PairCounter {
+// The first pass: the number of readings after the start and the hours of the last
+// one, so the second pass can select without holding readings. Lines are read one by
+// one up to the first reading after the start; from there on, lines are classed by
+// their first character alone (the second pass checks each), and a block in which
+// every line begins with a digit, as nearly all of a gauge record does, is counted at
+// once.
+class ReadingCounter {
 public:
-    explicit PairCounter(LineReader& lines) : m_lines(lines) {}
+    ReadingCounter(LineReader& lines, DataLineReader& reader, StartRule& start)
+        : m_lines(lines), m_reader(reader), m_start(start) {}
 
-    bool count(bool minutes, Progress& progress, PairCount& count, ImportResult& result) {
-        for (std::string_view block; !(block = m_lines.completeLines()).empty();) {
-            const long long lines = countBlock(block);
-            m_lines.consume(block, lines);
+    bool count(Progress& progress, ReadingCount& count, ImportResult& result) {
+        DataLine line;
+        LineFault fault;
+        for (std::string_view text; m_after == 0 && m_lines.next(text);) {
+            if (!m_reader.read(text, line, fault, false))
+                return fail(result, m_lines.lineNumber(), std::move(fault));
+            if ((m_lines.lineNumber() % kLinesPerReport) == 0 &&
+                !progress.go(kCountShare * m_lines.fraction(), result))
+                return false;
+            if (line.kind != DataLine::Kind::Data)
+                continue;
+            const bool first = !m_seenData;
+            m_seenData = true;
+            if (first && !m_start.begin(m_reader, line, fault))
+                return fail(result, m_lines.lineNumber(), std::move(fault));
+            if (!m_start.atOrBefore(line.time, m_start.hours(line.time), first)) {
+                m_after = 1;
+                m_last = m_lines.offsetOf(text);
+            }
+        }
+        for (std::string_view block; m_after > 0 && !(block = m_lines.completeLines()).empty();) {
+            m_lines.consume(block, countBlock(block));
             if (!progress.go(kCountShare * m_lines.fraction(), result))
                 return false;
         }
-        for (std::string_view line; m_lines.next(line);) // a last line without a line break
-            classify(line);
+        for (std::string_view text; m_lines.next(text);) // a last line without a line break
+            classify(text);
         if (m_lines.failed()) {
             result.error = m_lines.error();
             return false;
         }
-        count.pairs = m_numberLines - (m_startsAtZero ? 1 : 0);
-        // A last line that is not a pair is refused by the second pass, before this matters.
+        count.after = m_after;
+        // A last line that is not a reading is refused by the second pass, before this matters.
         std::string last;
-        double t = 0;
-        if (m_numberLines > 0 && m_lines.lineAt(m_lastPair, last)) {
-            const char* p = last.data();
-            const char* const end = p + last.size();
-            lineStart(p, end);
-            if (readNumber(p, end, t, p) == NumberRead::Ok && t > 0)
-                count.lastTime = minutes ? t / 60.0 : t;
-        }
+        if (m_after > 0 && m_lines.lineAt(m_last, last) &&
+            m_reader.read(last, line, fault, false) && line.kind == DataLine::Kind::Data &&
+            m_start.hours(line.time) > 0)
+            count.lastHours = m_start.hours(line.time);
         return true;
     }
 
@@ -229,11 +195,11 @@ private:
             breaks += runBreaks;
             digitStarts += runDigitStarts;
         }
-        if (digitStarts == breaks && m_numberLines > 0) {
-            m_numberLines += static_cast<long long>(breaks);
+        if (digitStarts == breaks) {
+            m_after += static_cast<long long>(breaks);
             const void* before = ::memrchr(b, lineBreak, n - 1);
             const char* lastLine = before ? static_cast<const char*>(before) + 1 : block.data();
-            m_lastPair = m_lines.offsetOf(std::string_view(lastLine, 0));
+            m_last = m_lines.offsetOf(std::string_view(lastLine, 0));
         } else {
             const char* p = block.data();
             const char* const end = p + n;
@@ -245,264 +211,265 @@ private:
 
     void classify(std::string_view line) {
         const char* p = line.data();
-        const char* const end = p + line.size();
-        if (lineStart(p, end) != LineStart::Number)
+        if (lineStart(p, p + line.size()) != LineStart::Number)
             return;
-        if (m_numberLines++ == 0) {
-            double t = 0;
-            m_startsAtZero = readNumber(p, end, t, p) == NumberRead::Ok && t == 0;
-        }
-        m_lastPair = m_lines.offsetOf(line);
+        ++m_after;
+        m_last = m_lines.offsetOf(line);
     }
 
     LineReader& m_lines;
-    long long m_numberLines = 0;
-    bool m_startsAtZero = false;
-    long long m_lastPair = 0; // where the last line that begins with a number starts
+    DataLineReader& m_reader;
+    StartRule& m_start;
+    bool m_seenData = false;
+    long long m_after = 0;
+    long long m_last = 0; // where the last line that begins with a number starts
 };
 
-// The end of a number that readNumber reads as a plain decimal in range ([+][-]digits
-// with at most one point, no exponent), without computing its value; null for any
-// other text, which then goes through readNumber.
-const char* plainNumberEnd(const char* p, const char* end) {
-    if (p < end && *p == '+')
-        ++p;
-    if (p < end && *p == '-')
-        ++p;
-    std::ptrdiff_t digits = 0;
-    while (p < end && isDigit(*p)) {
-        ++p;
-        ++digits;
-    }
-    if (p < end && *p == '.')
-        ++p;
-    while (p < end && isDigit(*p)) {
-        ++p;
-        ++digits;
-    }
-    // At most 300 digits: from 1E-300 to below 1E300, far inside the range of doubles.
-    if (digits == 0 || digits > 300 || (p < end && (*p == 'e' || *p == 'E' || *p == '.')))
-        return nullptr;
-    return p;
-}
-
-} // namespace
-
-const char* PairLineReader::quickPair(const char* p, const char* end, char lineBreak,
-                                      double& time) {
-    const char* q = p;
-    if (!plainDecimal(p, end, time, q) || !(time > 0))
-        return nullptr;
-    const char* s = skipBlanks(q, end);
-    if (s < end && (*s == ',' || *s == ';'))
-        s = skipBlanks(s + 1, end);
-    if (s == q)
-        return nullptr;
-    const char* r = plainNumberEnd(s, end);
-    if (!r)
-        return nullptr;
-    while (r < end && (isBlank(*r) || *r == ',' || *r == ';'))
-        ++r;
-    if (lineBreak == '\n' && r < end && *r == '\r')
-        ++r;
-    if (r == end || *r != lineBreak)
-        return nullptr;
-    m_dataBegun = true;
-    return r + 1;
-}
-
-bool PairLineReader::read(std::string_view line, PairLine& out, std::string& problem,
-                          bool withPressure) {
-    const char* p = line.data();
-    const char* const end = p + line.size();
-    switch (lineStart(p, end)) {
-    case LineStart::Blank:
-        out.kind = PairLine::Kind::Blank;
-        return true;
-    case LineStart::Comment:
-        out.kind = PairLine::Kind::Comment;
-        return true;
-    case LineStart::Other:
-        out.kind = PairLine::Kind::Header;
-        if (!m_dataBegun)
-            return true;
-        problem = shownLine(p, end) + " is not a time/pressure pair";
-        return false;
-    case LineStart::Number:
-        break;
-    }
-    m_dataBegun = true;
-    out.kind = PairLine::Kind::Pair;
-    const char* q = p;
-    const NumberRead first = readNumber(p, end, out.time, q);
-    if (first != NumberRead::Ok) {
-        problem = first == NumberRead::OutOfRange
-                      ? "the time is beyond the range of numbers"
-                      : shownLine(p, end) + " is not a time/pressure pair";
-        return false;
-    }
-    const char* s = skipBlanks(q, end);
-    if (s < end && (*s == ',' || *s == ';'))
-        s = skipBlanks(s + 1, end);
-    if (s == end) {
-        problem = shownLine(p, end) + " has a time but no pressure";
-        return false;
-    }
-    if (s == q) {
-        problem = shownLine(p, end) + " is not a time/pressure pair";
-        return false;
-    }
-    const char* plainEnd = withPressure ? nullptr : plainNumberEnd(s, end);
-    const NumberRead second = plainEnd ? NumberRead::Ok : readNumber(s, end, out.pressure, q);
-    if (plainEnd)
-        q = plainEnd;
-    if (second != NumberRead::Ok) {
-        problem = second == NumberRead::OutOfRange ? "the pressure is beyond the range of numbers"
-                                                   : shownLine(s, end) + " is not a pressure";
-        return false;
-    }
-    // Empty columns after the pair (a spreadsheet's trailing commas) are allowed.
-    while (q < end && (isBlank(*q) || *q == ',' || *q == ';'))
-        ++q;
-    if (q != end) {
-        problem = shownLine(p, end) + " has more than a time and a pressure (one pair a line)";
-        return false;
-    }
-    return true;
-}
-
-namespace {
-
-// The second pass: every line checked, the pairs selected as they come.
+// The second pass: every line checked, the readings after the start selected as they
+// come, the last one at or before the start kept for the start pressure.
 class SelectingPass {
 public:
-    SelectingPass(const PairCount& count, bool minutes, ImportResult& result)
-        : m_count(count), m_minutes(minutes), m_result(result),
-          m_selector(static_cast<std::size_t>(count.pairs), count.lastTime, kMaxTestPoints) {}
+    SelectingPass(const ReadingCount& count, DataLineReader& reader, StartRule& start,
+                  ImportResult& result)
+        : m_count(count), m_reader(reader), m_start(start), m_result(result),
+          m_selector(static_cast<std::size_t>(count.after), count.lastHours, kMaxTestPoints) {}
+
+    // The lines of a block from completeLines, the first of them numbered `first`: the
+    // common data lines read in one sweep, the others by line. Returns the number of
+    // lines, or -1 when one was refused (the result says why).
+    long long block(std::string_view block, long long first, char lineBreak) {
+        const char* p = block.data();
+        const char* const end = p + block.size();
+        long long number = first;
+        for (; p < end; ++number) {
+            const char* begin = p;
+            if (const char* next = m_reader.quickLine(p, end, lineBreak, m_line)) {
+                p = next;
+                std::string_view text(begin, std::size_t(next - 1 - begin));
+                if (lineBreak == '\n' && !text.empty() && text.back() == '\r')
+                    text.remove_suffix(1);
+                if (!data(text, number))
+                    return -1;
+            } else if (!line(nextLineIn(p, end, lineBreak), number)) {
+                return -1;
+            }
+        }
+        return number - first;
+    }
 
     // Any line; false when it is refused (the result says why).
     bool line(std::string_view line, long long number) {
-        ImportSummary& summary = m_result.summary;
-        if (!m_reader.read(line, m_pair, m_problem, false))
-            return fail(number, m_problem);
-        switch (m_pair.kind) {
-        case PairLine::Kind::Blank:
-            ++summary.blankLines;
-            return true;
-        case PairLine::Kind::Comment:
-            ++summary.commentLines;
-            return true;
-        case PairLine::Kind::Header:
-            ++summary.headerLines;
-            return true;
-        case PairLine::Kind::Pair:
-            break;
-        }
-        if (m_pair.time < 0)
-            return fail(number, "the time is negative");
-        if (m_pair.time == 0 && (summary.pairsInFile > 0 || summary.startPressure))
-            return fail(number, "a pair at time 0 after other pairs: only the first pair may be "
-                                "the start of the test");
-        if (m_pair.time > 0)
-            return pair(m_pair.time, number, line);
-        if (!m_reader.read(line, m_pair, m_problem)) // the start pressure, computed now
-            return fail(number, m_problem);
-        summary.startPressure = m_pair.pressure;
-        return true;
+        if (!m_reader.read(line, m_line, m_fault, false))
+            return fail(m_result, number, std::move(m_fault));
+        return data(line, number);
     }
 
-    // A pair line with its time above 0, as written; the pressure is read only when
-    // the pair is kept.
-    bool pair(double written, long long number, std::string_view line) {
+    std::size_t kept() const { return m_kept; }
+    double time(std::size_t k) const { return m_time[k]; }
+    double pressure(std::size_t k) const { return m_pressure[k]; }
+    long long atOrBefore() const { return m_atOrBefore; }
+    const std::optional<double>& startPressure() const { return m_startPressure; }
+    const std::string& firstTime() const { return m_firstTime; }
+    // The first header line whose time was read but not its pressure: for a file in
+    // which no line is data, it says why (a pressure column beyond the file's columns).
+    long long nearMissLine() const { return m_nearMissLine; }
+    const LineFault& nearMiss() const { return m_nearMiss; }
+
+private:
+    // A line read into m_line.
+    bool data(std::string_view line, long long number) {
         ImportSummary& summary = m_result.summary;
-        const double t = m_minutes ? written / 60.0 : written;
-        if (summary.pairsInFile > 0 && t < m_previous)
-            return fail(number, "the time " + numberText(written) +
-                                    " is earlier than the time of line " +
-                                    std::to_string(m_previousLine) + " (" +
-                                    numberText(m_minutes ? m_previous * 60.0 : m_previous) +
-                                    "): times must not decrease");
-        if (summary.pairsInFile == m_count.pairs)
-            return fail(number, kFileChanged);
-        ++summary.pairsInFile;
+        switch (m_line.kind) {
+        case DataLine::Kind::Blank:
+            ++summary.blankLines;
+            return true;
+        case DataLine::Kind::Comment:
+            ++summary.commentLines;
+            return true;
+        case DataLine::Kind::Header:
+            ++summary.headerLines;
+            if (!m_fault.problem.empty() && m_nearMissLine == 0) {
+                m_nearMissLine = number;
+                m_nearMiss = m_fault;
+            }
+            m_fault.problem.clear();
+            return true;
+        case DataLine::Kind::Data:
+            break;
+        }
+        const bool first = m_previousLine == 0;
+        if (first && !begin(number))
+            return false;
+        const double t = m_line.time;
+        if (m_start.fileZero() && t < 0)
+            return refuse(number, "the time is negative");
+        if (m_start.fileZero() && t == 0 && !first)
+            return refuse(number, "a reading at time 0 after other readings: only the first "
+                                  "one may be the start of the test");
+        if (!first && t < m_previous)
+            return refuse(number, earlierText());
         m_previous = t;
         m_previousLine = number;
-        if (!m_selector.keep(t))
+        const double hours = m_start.hours(t);
+        if (m_start.atOrBefore(t, hours, first)) {
+            if (!m_reader.read(line, m_line, m_fault)) // the pressure, computed now
+                return fail(m_result, number, std::move(m_fault));
+            m_startPressure = m_line.pressure;
+            ++m_atOrBefore;
             return true;
-        if (!m_reader.read(line, m_pair, m_problem))
-            return fail(number, m_problem);
-        m_time[m_kept] = t;
-        m_pressure[m_kept] = m_pair.pressure;
+        }
+        return reading(number, line, hours);
+    }
+
+    bool begin(long long number) {
+        m_firstTime.assign(m_line.timeText);
+        return m_start.begin(m_reader, m_line, m_fault) ||
+               fail(m_result, number, std::move(m_fault));
+    }
+
+    // A reading after the start; its pressure is read only when it is kept.
+    bool reading(long long number, std::string_view line, double hours) {
+        ImportSummary& summary = m_result.summary;
+        if (summary.pairsInFile == m_count.after)
+            return refuse(number, kFileChanged);
+        ++summary.pairsInFile;
+        if (!(hours > 0) || !std::isfinite(hours))
+            return refuse(number, "the time " + std::string(m_line.timeText) +
+                                      " cannot be told apart from the start, or is too far "
+                                      "from it");
+        if (!m_selector.keep(hours))
+            return true;
+        if (!m_reader.read(line, m_line, m_fault))
+            return fail(m_result, number, std::move(m_fault));
+        m_time[m_kept] = hours;
+        m_pressure[m_kept] = m_line.pressure;
         ++m_kept;
         return true;
     }
 
-    PairLineReader& reader() { return m_reader; }
-    std::size_t kept() const { return m_kept; }
-    double time(std::size_t k) const { return m_time[k]; }
-    double pressure(std::size_t k) const { return m_pressure[k]; }
-
-private:
-    bool fail(long long number, std::string problem) {
-        failure(m_result, number, std::move(problem));
-        return false;
+    std::string earlierText() const {
+        const std::string previous =
+            m_reader.form() == TimeForm::Number ? " (" + numberText(m_previous) + ")" : "";
+        return "the time " + std::string(m_line.timeText) + " is earlier than the time of line " +
+               std::to_string(m_previousLine) + previous + ": times must not decrease";
     }
 
-    const PairCount& m_count;
-    bool m_minutes;
+    bool refuse(long long number, std::string problem) {
+        return fail(m_result, number, LineFault{timeField(m_reader.form()), std::move(problem)});
+    }
+
+    const ReadingCount& m_count;
+    DataLineReader& m_reader;
+    StartRule& m_start;
     ImportResult& m_result;
     LogTimeSelector m_selector;
-    PairLineReader m_reader;
-    PairLine m_pair;
-    std::string m_problem;
+    DataLine m_line;
+    LineFault m_fault;
     double m_previous = 0;
     long long m_previousLine = 0;
+    long long m_atOrBefore = 0;
+    std::optional<double> m_startPressure;
+    std::string m_firstTime;
+    long long m_nearMissLine = 0;
+    LineFault m_nearMiss;
     std::array<double, kMaxTestPoints> m_time{}, m_pressure{};
     std::size_t m_kept = 0;
 };
 
-// The lines of a block: the common pair lines read in one sweep, the others by line.
-// Returns the number of lines, or -1 when one was refused.
-long long selectBlock(SelectingPass& pass, std::string_view block, long long firstNumber,
-                      char lineBreak) {
-    const char* p = block.data();
-    const char* const end = p + block.size();
-    long long number = firstNumber;
-    for (; p < end; ++number) {
-        const char* begin = p;
-        double time = 0;
-        if (const char* next = pass.reader().quickPair(p, end, lineBreak, time)) {
-            p = next;
-            std::string_view line(begin, std::size_t(next - 1 - begin));
-            if (lineBreak == '\n' && !line.empty() && line.back() == '\r')
-                line.remove_suffix(1);
-            if (!pass.pair(time, number, line))
-                return -1;
-        } else if (!pass.line(nextLineIn(p, end, lineBreak), number)) {
-            return -1;
-        }
+// The first pass, with the order of day and month told from the file first when its
+// dates have slashes and the order was not stated. Returns the order used.
+bool countReadings(LineReader& lines, const ImportOptions& options, bool minutes,
+                   Progress& progress, ReadingCount& count, DateOrder& order,
+                   ImportResult& result) {
+    order = options.dateOrder;
+    {
+        DataLineReader reader(order, options.pressureColumn);
+        StartRule start(options, minutes);
+        if (ReadingCounter(lines, reader, start).count(progress, count, result))
+            return true;
+        if (!reader.needsDateOrder())
+            return false;
     }
-    return number - firstNumber;
+    // The dates have slashes and their order was not stated: the first date that shows
+    // it tells it; a later one that contradicts it is refused by its line.
+    const FileError unknown = result.error;
+    if (!lines.rewind()) {
+        result.error = lines.error();
+        return false;
+    }
+    bool cancelled = false;
+    order = firstShownDateOrder(
+        lines, [&](double f) { return progress.go(kCountShare * f, result); }, cancelled);
+    if (cancelled)
+        return false;
+    if (lines.failed()) {
+        result.error = lines.error();
+        return false;
+    }
+    if (order == DateOrder::Unknown) {
+        result.error = unknown;
+        result.error.problem = "no day above 12 tells whether the dates are day/month/year or "
+                               "month/day/year: state the order";
+        return false;
+    }
+    if (!lines.rewind()) {
+        result.error = lines.error();
+        return false;
+    }
+    result.error = FileError{lines.name(), 0, {}, {}};
+    DataLineReader reader(order, options.pressureColumn);
+    StartRule start(options, minutes);
+    return ReadingCounter(lines, reader, start).count(progress, count, result);
+}
+
+std::string trimmed(const std::string& text) {
+    const std::size_t from = text.find_first_not_of(" \t");
+    return from == std::string::npos ? std::string()
+                                     : text.substr(from, text.find_last_not_of(" \t") - from + 1);
 }
 
 } // namespace
 
-ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgress& report) {
+std::string importColumnsText(const ImportSummary& m) {
+    std::string time = m.timeForm == TimeForm::Clock ? "date and time"
+                       : m.minutes                   ? "minutes"
+                                                     : "hours";
+    if (m.timeForm == TimeForm::Clock && m.dateOrder != DateOrder::Unknown)
+        time += std::string(", ") + dateOrderName(m.dateOrder);
+    return "Time from column 1 (" + time + "), pressure from column " +
+           std::to_string(m.pressureColumn) + ".";
+}
+
+std::string importStartText(const ImportSummary& m) {
+    if (!m.startGiven)
+        return m.timeForm == TimeForm::Clock ? "Start at the first reading, " + m.start + "." : "";
+    if (!m.startPressure)
+        return "Start " + m.start +
+               ": no reading at or before it, the start pressure is unchanged.";
+    return "Start " + m.start +
+           ": readings before it skipped: " + std::to_string(m.readingsBeforeStart) + ".";
+}
+
+ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportOptions& options,
+                         const ImportProgress& report) {
     ImportResult result;
     Progress progress(report);
     result.error.file = lines.name();
     const bool minutes = s.TestTimeUnit == 1;
-    PairCount count;
-    if (!PairCounter(lines).count(minutes, progress, count, result))
+    ReadingCount count;
+    DateOrder order = DateOrder::Unknown;
+    if (!countReadings(lines, options, minutes, progress, count, order, result))
         return result;
     if (!lines.rewind()) {
         result.error = lines.error();
         return result;
     }
 
-    SelectingPass pass(count, minutes, result);
+    DataLineReader reader(order, options.pressureColumn);
+    StartRule start(options, minutes);
+    SelectingPass pass(count, reader, start, result);
     for (std::string_view block; !(block = lines.completeLines()).empty();) {
-        const long long count = selectBlock(pass, block, lines.lineNumber() + 1, lines.lineBreak());
+        const long long count = pass.block(block, lines.lineNumber() + 1, lines.lineBreak());
         if (count < 0)
             return result;
         lines.consume(block, count);
@@ -516,14 +483,36 @@ ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgre
         result.error = lines.error();
         return result;
     }
+
     ImportSummary& summary = result.summary;
-    if (summary.pairsInFile != count.pairs)
-        return failure(result, 0, kFileChanged);
-    if (summary.pairsInFile == 0)
-        return failure(result, 0,
-                       summary.startPressure
-                           ? "no time/pressure pairs after the pair at time 0: nothing to import"
-                           : "no time/pressure pairs found: nothing to import");
+    summary.timeForm = reader.form();
+    summary.dateOrder = reader.slashedDates() ? order : DateOrder::Unknown;
+    summary.minutes = minutes && reader.form() == TimeForm::Number;
+    summary.pressureColumn = reader.pressureColumn();
+    summary.startGiven = options.start.has_value();
+    summary.start = options.start ? trimmed(*options.start) : pass.firstTime();
+    summary.startPressure = pass.startPressure();
+    summary.readingsBeforeStart = pass.atOrBefore() - (pass.startPressure() ? 1 : 0);
+    if (summary.pairsInFile != count.after) {
+        result.error.problem = kFileChanged;
+        return result;
+    }
+    if (!reader.dataBegun() && pass.nearMissLine() > 0) {
+        LineFault fault = pass.nearMiss();
+        fault.problem += " (no line has a time and a pressure: nothing to import)";
+        fail(result, pass.nearMissLine(), std::move(fault));
+        return result;
+    }
+    if (summary.pairsInFile == 0) {
+        result.error.problem =
+            !reader.dataBegun() ? "no time/pressure pairs found: nothing to import"
+            : summary.startGiven
+                ? "no readings after the start " + summary.start + ": nothing to import"
+            : start.fileZero() ? "no time/pressure pairs after the pair at time 0: nothing to "
+                                 "import"
+                               : "no readings after the first one: nothing to import";
+        return result;
+    }
     progress.go(1.0, result);
 
     // Nothing below can fail: the state changes only now.
@@ -543,19 +532,19 @@ ImportResult importLines(AnalysisState& s, LineReader& lines, const ImportProgre
 }
 
 ImportResult importTestData(AnalysisState& s, std::string_view text, const std::string& name,
-                            const ImportProgress& progress) {
+                            const ImportOptions& options, const ImportProgress& progress) {
     LineReader lines;
     lines.openText(text, name);
-    return importLines(s, lines, progress);
+    return importLines(s, lines, options, progress);
 }
 
-ImportResult importTestFile(AnalysisState& s, const std::string& path,
+ImportResult importTestFile(AnalysisState& s, const std::string& path, const ImportOptions& options,
                             const ImportProgress& progress) {
     LineReader lines;
     ImportResult result;
     if (!lines.open(path, result.error))
         return result;
-    return importLines(s, lines, progress);
+    return importLines(s, lines, options, progress);
 }
 
 } // namespace zorvekan

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QString>
@@ -8,8 +9,8 @@
 
 namespace zorvekan {
 
-// Every message box of the program goes through this service, so tests can capture a
-// message instead of blocking on a modal window.
+// Every message box and modal dialog of the program goes through this service, so tests
+// can capture a message or answer a dialog instead of blocking on a modal window.
 class MessageService {
 public:
     enum class Kind { Information, Warning, Critical, Question };
@@ -19,6 +20,8 @@ public:
     // A question with two answers, the first one the default; true when it is chosen.
     virtual bool ask(QWidget* parent, const QString& title, const QString& text,
                      const QString& first, const QString& second) = 0;
+    // Runs a modal dialog; true when the engineer accepted it.
+    virtual bool runDialog(QDialog& dialog) { return dialog.exec() == QDialog::Accepted; }
 };
 
 // The real message boxes.

@@ -54,9 +54,13 @@ ImportNotice::ImportNotice(ScreenContext& context, QWidget* parent)
     m_kept = noticeLabel(QStringLiteral("keptLabel"), QString(), this);
     m_kept->setWordWrap(true);
     m_skipped = noticeLabel(QStringLiteral("skippedLabel"), QString(), this);
+    m_columns = noticeLabel(QStringLiteral("columnsLabel"), QString(), this);
+    m_start = noticeLabel(QStringLiteral("startLabel"), QString(), this);
+    m_start->setWordWrap(true);
     QPalette quiet = m_skipped->palette();
     quiet.setColor(QPalette::WindowText, QColor(0x55, 0x55, 0x55));
-    m_skipped->setPalette(quiet);
+    for (QLabel* label : {m_skipped, m_columns, m_start})
+        label->setPalette(quiet);
 
     m_accept = new QPushButton(QString::fromUtf8(kImportNoticeAccept), this);
     m_accept->setObjectName(QStringLiteral("Command1"));
@@ -76,6 +80,8 @@ ImportNotice::ImportNotice(ScreenContext& context, QWidget* parent)
     layout->addWidget(m_resizing);
     layout->addWidget(m_kept);
     layout->addWidget(m_skipped);
+    layout->addWidget(m_columns);
+    layout->addWidget(m_start);
     layout->addSpacing(6);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
@@ -97,6 +103,10 @@ void ImportNotice::showSummary(const ImportSummary& summary) {
                                  .arg(summary.headerLines)
                                  .arg(summary.commentLines)
                                  .arg(summary.blankLines));
+    m_columns->setText(QString::fromStdString(importColumnsText(summary)));
+    const std::string start = importStartText(summary);
+    m_start->setText(QString::fromStdString(start));
+    m_start->setVisible(!start.empty());
     adjustSize();
 }
 

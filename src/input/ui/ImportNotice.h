@@ -12,8 +12,9 @@ struct ImportSummary;
 struct ScreenContext;
 
 // datct: the small notice shown after test data were imported: how many pairs the
-// file held, whether they were reduced to the 500 points a test holds, and how many
-// lines were skipped. "Accept Data" hides it.
+// file held, whether they were reduced to the 500 points a test holds, how many lines
+// were skipped, which columns were read and where the analysed period starts.
+// "Accept Data" hides it.
 class ImportNotice : public QWidget {
     Q_OBJECT
 
@@ -31,6 +32,8 @@ private:
     QLabel* m_resizing = nullptr; // Label4
     QLabel* m_kept = nullptr;
     QLabel* m_skipped = nullptr;
+    QLabel* m_columns = nullptr;
+    QLabel* m_start = nullptr;
     QPushButton* m_accept = nullptr; // Command1
 };
 

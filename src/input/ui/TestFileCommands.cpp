@@ -4,7 +4,9 @@
 #include "core/ui/FileDialogService.h"
 #include "core/ui/MessageService.h"
 #include "core/ui/ScreenContext.h"
+#include "input/import_survey.h"
 #include "input/test_file.h"
+#include "input/ui/ImportSetupDialog.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -12,6 +14,7 @@
 #include <QFileInfo>
 #include <QProgressDialog>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -45,6 +48,11 @@ public:
     ImportProgressWatch(QWidget* parent, const QString& path, std::chrono::milliseconds delay)
         : m_parent(parent), m_path(path), m_delay(delay) {
         m_clock.start();
+    }
+
+    // The fraction of one pass over the file that spans [from, to] of the whole work.
+    std::function<bool(double)> span(double from, double to) {
+        return [this, from, to](double fraction) { return step(from + (to - from) * fraction); };
     }
 
     bool step(double fraction) {
@@ -136,16 +144,42 @@ std::optional<ImportResult> TestFileCommands::import() {
     const QString path = m_ctx.files.openFileName(m_parent, kImportFilter);
     if (path.isEmpty())
         return std::nullopt;
-    ImportProgressWatch watch(m_parent, path, m_progressDelay);
-    ImportResult result = importTestFile(
-        m_ctx.state, localPath(path), [&watch](double fraction) { return watch.step(fraction); });
+    const QString failed = QStringLiteral("No test data were imported; the current test is "
+                                          "unchanged.");
+    auto watch = std::make_unique<ImportProgressWatch>(m_parent, path, m_progressDelay);
+    const ImportSurvey survey = surveyImportFile(localPath(path), watch->span(0.0, 0.4));
+    if (survey.cancelled)
+        return std::nullopt;
+    ImportOptions options;
+    if (survey.ok && !survey.plainPairs()) {
+        watch.reset();
+        if (survey.contradictoryDates()) {
+            FileError error = dateOrderContradiction(survey);
+            error.file = path.toStdString();
+            refuse(failed, qs(error.message()));
+            return std::nullopt;
+        }
+        const AnalysisState& s = m_ctx.state;
+        ImportSetupDialog dialog(survey, QFileInfo(path).fileName(),
+                                 (s.ShutInFlag != 0) != (s.InjectionFlag != 0), s.TestTimeUnit == 1,
+                                 m_parent);
+        if (!m_ctx.messages.runDialog(dialog))
+            return std::nullopt;
+        options = dialog.options();
+        watch = std::make_unique<ImportProgressWatch>(m_parent, path, m_progressDelay);
+    }
+    ImportResult result;
+    if (survey.ok)
+        result = importTestFile(m_ctx.state, localPath(path), options,
+                                watch->span(survey.plainPairs() ? 0.4 : 0.0, 1.0));
+    else
+        result.error = survey.error;
     if (result.cancelled)
         return std::nullopt;
     if (!result.ok) {
         FileError e = result.error;
         e.file = path.toStdString();
-        refuse(QStringLiteral("No test data were imported; the current test is unchanged."),
-               qs(e.message()));
+        refuse(failed, qs(e.message()));
         return std::nullopt;
     }
     return result;

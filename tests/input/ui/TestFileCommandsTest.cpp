@@ -15,6 +15,8 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProcess>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -468,7 +470,7 @@ private Q_SLOTS:
     void importFailureChangesNothing() {
         openFile(kExamples + u"oil-buildup.zvt"_s);
         const QStringList before = snapshot();
-        writeFile(path("bad.txt"), "0.1,3000\n0.2,3010\n0.3 psi 3020\n");
+        writeFile(path("bad.txt"), "0.1,3000\n0.2,3010\n0.3,3O20\n");
         command("Import", path("bad.txt"));
         QCOMPARE(t->messages.messages.size(), 1);
         QCOMPARE(t->messages.lastTitle(), kFileErrorTitle);
@@ -508,6 +510,98 @@ private Q_SLOTS:
         QCOMPARE(int(t->state.TestPointCount), 500);
         QVERIFY(t->screen("datct")->isVisible());
         QVERIFY(!inp->findChild<QProgressDialog*>(u"importProgress"_s));
+    }
+
+    // A gauge record of a whole test (the example): the dialog shows the file and what
+    // was found in it, proposes the largest pressure rise of a buildup as the shut-in,
+    // and the points imported through it are exactly those zorvekan-cli import prints for
+    // the same start, row 0 being the start pressure the psin box takes. A proposal from
+    // the wrong reading, or a dialog that imported otherwise than the command line, fails.
+    void importGaugeRecordMatchesTheCommandLine() {
+        choose(inp, "test", QStringLiteral("Buildup"));
+        const QString record = kExamples + u"oil-gauge-record.csv"_s;
+        QString proposed;
+        t->messages.dialogAnswers.append([&](QDialog& d) {
+            QVERIFY(child<QPlainTextEdit>(&d, "previewText")
+                        ->toPlainText()
+                        .contains(u"   4  Date Time,Pressure (psia),Temperature (degF)"_s));
+            QCOMPARE(child<QLabel>(&d, "formatLabel")->text(),
+                     u"Data from line 5 on (4 header lines before), 1281 readings. Time in "
+                     "column 1: date and time with slashes; 3 columns in all."_s);
+            QCOMPARE(child<QComboBox>(&d, "pressureColumn")->currentText(),
+                     u"Column 2: Pressure (psia) (first reading 4000.00)"_s);
+            QCOMPARE(child<QComboBox>(&d, "dateOrder")->currentText(), u"day/month/year"_s);
+            QVERIFY(!child<QComboBox>(&d, "dateOrder")->isEnabled());
+            QCOMPARE(child<QLineEdit>(&d, "startText")->text(), u"27/02/2024 18:00:00"_s);
+            click(&d, "largestJump");
+            proposed = child<QLineEdit>(&d, "startText")->text();
+            click(&d, "acceptImport");
+        });
+        command("Import", record);
+        QCOMPARE(t->messages.dialogsShown, QStringList{u"importSetup"_s});
+        QVERIFY2(t->messages.messages.isEmpty(), qPrintable(t->messages.lastText()));
+        QCOMPARE(proposed, u"01/03/2024 19:00:00"_s);
+        QCOMPARE(child<QLineEdit>(inp, "psin")->text(), u"3873.1"_s);
+        auto* notice = t->screen("datct");
+        QVERIFY(notice->isVisible());
+        QCOMPARE(child<QLabel>(notice, "Label3")->text(), u"782"_s);
+        QCOMPARE(child<QLabel>(notice, "columnsLabel")->text(),
+                 u"Time from column 1 (date and time, day/month/year), pressure from column 2."_s);
+        QCOMPARE(child<QLabel>(notice, "startLabel")->text(),
+                 u"Start 01/03/2024 19:00:00: readings before it skipped: 498."_s);
+
+        QProcess cli;
+        cli.start(QCoreApplication::applicationDirPath() + u"/zorvekan-cli"_s,
+                  {u"import"_s, record, u"--start"_s, proposed});
+        QVERIFY(cli.waitForFinished(30000));
+        QCOMPARE(cli.exitCode(), 0);
+        const QStringList rows = QString::fromUtf8(cli.readAllStandardOutput()).split(u'\n');
+        QCOMPARE(rows.size(), 1 + 1 + 500 + 1); // header, row 0, the points, the last break
+        QCOMPARE(rows[1].section(u',', 2).toDouble(), t->state.StartPressure);
+        QCOMPARE(int(t->state.TestPointCount), 500);
+        for (int i = 1; i <= 500; ++i) {
+            QCOMPARE(rows[i + 1].section(u',', 1, 1).toDouble(), t->state.TestTime[i]);
+            QCOMPARE(rows[i + 1].section(u',', 2, 2).toDouble(), t->state.TestPressure[i]);
+        }
+    }
+
+    // A record whose dates cannot tell day from month: Import stays disabled until the
+    // order is chosen, Cancel imports nothing; accepted with a pressure column whose
+    // fifth line holds no number, it is refused with the file, line and column named,
+    // and the test is as it was.
+    void gaugeDialogAsksAndRefusesWithoutChanges() {
+        openFile(kExamples + u"oil-buildup.zvt"_s);
+        const QStringList before = snapshot();
+        writeFile(path("gauge.txt"), "Date Time;T (F);P (psia)\n"
+                                     "01/03/2024 12:00:00;180;3000\n"
+                                     "01/03/2024 12:10:00;180;3005\n"
+                                     "02/03/2024 12:20:00;181;3010\n"
+                                     "02/03/2024 12:30:00;181;ERR\n");
+        bool disabledUntilChosen = false;
+        t->messages.dialogAnswers.append([&](QDialog& d) {
+            disabledUntilChosen =
+                !child<QPushButton>(&d, "acceptImport")->isEnabled() && shown(&d, "startProblem");
+            click(&d, "cancelImport");
+        });
+        t->messages.dialogAnswers.append([&](QDialog& d) {
+            choose(&d, "dateOrder", u"month/day/year"_s);
+            choose(&d, "pressureColumn", u"Column 3: P (psia) (first reading 3000)"_s);
+            typeInto(&d, "startText", u"0.1"_s);
+            QVERIFY(child<QPushButton>(&d, "acceptImport")->isEnabled());
+            click(&d, "acceptImport");
+        });
+        command("Import", path("gauge.txt"));
+        QVERIFY(disabledUntilChosen);
+        QVERIFY(t->messages.messages.isEmpty());
+        command("Import", path("gauge.txt"));
+        QCOMPARE(t->messages.messages.size(), 1);
+        QCOMPARE(t->messages.lastTitle(), kFileErrorTitle);
+        QVERIFY2(
+            t->messages.lastText().contains(
+                path("gauge.txt") + u": line 5: column 3 (pressure): \"ERR\" is not a number"_s),
+            qPrintable(t->messages.lastText()));
+        QCOMPARE(snapshot(), before);
+        QVERIFY(!t->screen("datct")->isVisible());
     }
 };
 

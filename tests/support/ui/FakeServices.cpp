@@ -18,6 +18,16 @@ bool FakeMessageService::ask(QWidget*, const QString& title, const QString& text
     return !answers.isEmpty() && answers.takeFirst();
 }
 
+bool FakeMessageService::runDialog(QDialog& dialog) {
+    dialogsShown.append(dialog.objectName());
+    if (dialogAnswers.isEmpty())
+        return false;
+    dialog.show();
+    dialogAnswers.takeFirst()(dialog);
+    dialog.hide();
+    return dialog.result() == QDialog::Accepted;
+}
+
 QString FakeFileDialogService::openFileName(QWidget*, const QString&) {
     ++asked;
     return answers.isEmpty() ? QString() : answers.takeFirst();

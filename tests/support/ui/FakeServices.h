@@ -35,8 +35,14 @@ public:
     bool ask(QWidget* parent, const QString& title, const QString& text, const QString& first,
              const QString& second) override;
 
+    // Answered by the first of `dialogAnswers`, which works the dialog's controls as the
+    // engineer would (accepting or cancelling it); rejected when none is left.
+    bool runDialog(QDialog& dialog) override;
+
     QList<CapturedMessage> messages;
     QList<bool> answers;
+    QList<std::function<void(QDialog&)>> dialogAnswers;
+    QStringList dialogsShown; // object names
     QString lastText() const { return messages.isEmpty() ? QString() : messages.last().text; }
     QString lastTitle() const { return messages.isEmpty() ? QString() : messages.last().title; }
 };
