@@ -85,6 +85,13 @@ void addPermeabilityLines(const AnalysisState& s, TypeCurveResults& r) {
         r.lines.push_back(resultLine("Wtr Permeability =", md(r.waterPermeability), " md."));
 }
 
+// "Wellbore Storage =": four decimals as the storage plot prints it, or an exponent where
+// four decimals would keep less than two digits.
+std::string storageLine(double storage) {
+    const char* mask = std::fabs(storage) >= 0.001 ? "#.####" : "#.0E-00";
+    return resultLine("Wellbore Storage =", Format(storage, mask), " bbl/psi.");
+}
+
 int familyCurveCount(int model) {
     return libraryCurveCount(model == kVerticalFractureModel ? LibraryFile::FrcType
                                                              : LibraryFile::OneType);
@@ -164,6 +171,10 @@ TypeCurveResults ComputeMatchResults(AnalysisState& s, int model, int curve, con
         r.storageGroup = divide(0.8936 * r.storage, rockStorage(s));
         break;
     }
+    // The storage the match found, last, for the engineer to compare with the unit-slope
+    // pick (a fracture's storage is not what its type curves are drawn for).
+    if (model != kVerticalFractureModel)
+        r.lines.push_back(storageLine(r.storage));
     return r;
 }
 
@@ -182,6 +193,9 @@ TypeCurveResults ComputeDualPorosityResults(const AnalysisState& s, const TypeCu
           "an ascending transition curve (19..25)");
 
     TypeCurveResults r = match;
+    // The match's storage line moves below the transition results.
+    if (!r.lines.empty() && r.lines.back() == storageLine(r.storage))
+        r.lines.pop_back();
     DualPorosityResults d;
     d.p1 = curveParameter(LibraryFile::TwoType, descendingCurve);
     d.p2 = curveParameter(LibraryFile::TwoType, ascendingCurve);
@@ -200,6 +214,7 @@ TypeCurveResults ComputeDualPorosityResults(const AnalysisState& s, const TypeCu
     r.lines.push_back(resultLine("CDe2sfm =", sci(d.cde2sfm)));
     r.lines.push_back(resultLine("Skin Factor =", Format(d.skin, "##.##")));
     r.lines.push_back(resultLine("Le-2s =", sci(d.le2s)));
+    r.lines.push_back(storageLine(r.storage));
     return r;
 }
 

@@ -71,15 +71,16 @@ struct TypeCurveResults {
 // Results of a match on curve `curve` of the model's family: permeability of each phase,
 // total mobility, storage, and by model the skin (single porosity), CD (dual porosity,
 // before the transition picks) or the fracture half-length (vertical fracture, also
-// written to FractureHalfLength). Zero thickness, compressibility or storage are run-time
-// faults.
+// written to FractureHalfLength). The storage models end their lines with "Wellbore
+// Storage =" C " bbl/psi." ("#.####", or "#.0E-00" below 0.001). Zero thickness,
+// compressibility or storage are run-time faults.
 TypeCurveResults ComputeMatchResults(AnalysisState& s, int model, int curve, const MatchPoint& m);
 
 // Dual porosity after the transition picks: omega, lambda, CDe2sfm, skin and Le-2s from the
 // descending curve (13..18, P1) and the ascending curve (19..25, P2), with the late ONETYPE
 // curve and the TWOTYPE curve to draw; the lines are the match lines followed by "Omega =",
-// "Lambda =", "CDe2sfm =", "Skin Factor =", "Le-2s =". A curve from the wrong group is
-// Fault::InvalidArgument.
+// "Lambda =", "CDe2sfm =", "Skin Factor =", "Le-2s =", with the storage line still last. A
+// curve from the wrong group is Fault::InvalidArgument.
 TypeCurveResults ComputeDualPorosityResults(const AnalysisState& s, const TypeCurveResults& match,
                                             int descendingCurve, int ascendingCurve);
 

@@ -4,6 +4,7 @@
 #include "core/checked_math.h"
 #include "core/display_mask.h"
 #include "core/runtime_error.h"
+#include "semilog/plot_readouts.h"
 #include "typecurve/curve_parameters.h"
 
 #include <array>
@@ -138,7 +139,8 @@ const char* familyTitle(int model) {
 }
 
 // Light decade lines, the axes, and every whole decade inside the box labelled with its
-// exponent (the axes are captioned "log ...").
+// exponent (the axes are captioned "log ..."). A label that would cover another is left out
+// by the surface rather than drawn over it.
 void drawGrid(Canvas& c, const TypeCurveGrid& g) {
     const double xEnd = g.xOrigin + kAxisWidth / g.scale;
     const double yEnd = g.yOrigin + kAxisHeight / g.scale;
@@ -155,13 +157,27 @@ void drawGrid(Canvas& c, const TypeCurveGrid& g) {
     for (double e = std::ceil(g.xOrigin); e <= xEnd + 1e-9; ++e) {
         const double x = toPlotX(g, e);
         c.line(x, -1, x, 1);
-        c.text(x - 2, -2, Str(e));
+        c.tickLabel(x - 2, -2, Str(e));
     }
     for (double e = std::ceil(g.yOrigin); e <= yEnd + 1e-9; ++e) {
         const double y = toPlotY(g, e);
         c.line(-1, y, 1, y);
-        c.text(-7, y + 2, Str(e));
+        c.tickLabel(-4.5, y + 1, Str(e));
     }
+}
+
+const char* timeGroupName(int model) {
+    return model == kVerticalFractureModel ? "tDxf" : "tD/CD";
+}
+
+// The unit of the overlaid pressure change.
+std::string plottedUnit(const AnalysisState& s) {
+    std::string unit = usesPseudopressure(s) ? "(1E6) psi2/cp" : "psi";
+    if (matchIsPerUnitRate(s)) {
+        const bool gasAlone = s.FluidFlags == kGasPseudopressure || s.FluidFlags == kGasPressure;
+        unit += gasAlone ? "/(MCF/D)" : "/(STB/D)";
+    }
+    return unit;
 }
 
 } // namespace
@@ -276,12 +292,10 @@ void DrawTestDataOverlay(Canvas& c, const AnalysisState& s, const TypeCurveGrid&
 }
 
 void DrawTypeCurves(Canvas& c, const AnalysisState& s, const LibraryLocation& library,
-                    const TypeCurveView& view, const UserWindow& window) {
+                    const TypeCurveView& view) {
     const TypeCurveGrid g = typeCurveGrid(view.model);
     const LibraryFile family = familyFile(view.model);
-    // The frame of every plot, with the title kept just above the box when the window grows.
-    beginPlot(c, window, "");
-    c.text(20, 67, familyTitle(view.model));
+    beginPlot(c, kTypeCurveWindow, familyTitle(view.model));
     drawGrid(c, g);
     const std::filesystem::path familyPath = library.of(family);
     if (view.familyShown)
@@ -303,11 +317,47 @@ void DrawTypeCurves(Canvas& c, const AnalysisState& s, const LibraryLocation& li
         c.line(x - 1.5, y, x + 1.5, y);
         c.line(x, y - 1.5, x, y + 1.5);
     }
-    c.text(44, -7, view.model == kVerticalFractureModel ? "log tDxf" : "log tD/CD");
-    c.text(-21, 36, "log pD");
-    c.text(-21, 31, "log pD'");
+    c.text(44, -6, std::string("log ") + timeGroupName(view.model));
+    drawYAxisTitle(c, "log pD, log pD'", -10);
     if (view.selectedCurve)
-        c.text(64, 67, curveLabel(family, *view.selectedCurve));
+        c.text(64, 66, curveLabel(family, *view.selectedCurve));
+}
+
+DataPlacement placementOnGrid(const DataPlacement& p, const TypeCurveGrid& from,
+                              const TypeCurveGrid& to) {
+    // A point at log time u is drawn at sx + k (u - xd0), i.e. at the type-curve decade
+    // u + x0 - xd0 + sx / k: keeping x0 - xd0 and sx / k keeps every point's decade.
+    return {p.xd0 + to.xOrigin - from.xOrigin, p.yd0 + to.yOrigin - from.yOrigin,
+            p.sx * to.scale / from.scale, p.sy * to.scale / from.scale};
+}
+
+std::string typeCurveReadout(const AnalysisState& s, const TypeCurveView& view, double x,
+                             double y) {
+    const TypeCurveGrid g = typeCurveGrid(view.model);
+    const DataPlacement& p = view.placement;
+    const auto power = [](double e) { return std::pow(10.0, e); };
+    std::string text = std::string(timeGroupName(view.model)) + " = " +
+                       readoutNumber(power(x / g.scale + g.xOrigin)) +
+                       "  pD = " + readoutNumber(power(y / g.scale + g.yOrigin));
+    if (s.TestPointCount < 1)
+        return text; // no data: the data axes stand for nothing
+    const double te = power((x - p.sx) / g.scale + p.xd0);
+    const double dp = power((y - p.sy) / g.scale + p.yd0);
+    const double tp = s.ProducingTime;
+    const auto hours = [](const char* name, double t) {
+        return std::string(name) + " = " + readoutNumber(t) + " hrs.";
+    };
+    text += "    ";
+    if (tp > 0) {
+        text += hours("te", te);
+        if (te < tp)
+            text += "  " + hours("dt", tp * te / (tp - te));
+    } else {
+        text += hours(s.RateCount >= 2 ? "te" : "t", te);
+    }
+    const char* change = usesPseudopressure(s) ? "dm(p)" : "dp";
+    return text + "  " + change + (matchIsPerUnitRate(s) ? "/dq" : "") + " = " + readoutNumber(dp) +
+           " " + plottedUnit(s);
 }
 
 } // namespace zorvekan

@@ -10,6 +10,7 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace zorvekan {
@@ -17,8 +18,10 @@ namespace zorvekan {
 // The picture tcrv: a type-curve family on a square log-log grid with the test's pressure
 // change and derivative laid over it. Plot units as in every plot (axis box 100 x 60).
 
-// The user window of tcrv: the axis box with room for the decade labels and captions.
-inline constexpr UserWindow kTypeCurveWindow{-22, 68, 127, -82};
+// The user window of tcrv: the axis box with room for the decade labels and captions, in
+// square units so that a decade is as long across as up at every size of the picture (a
+// match is made by sliding the data without turning or stretching them).
+inline constexpr UserWindow kTypeCurveWindow{-12, 66, 118, -76, true};
 
 // The grid of one model: plot units per decade on both axes, and the log10 of the time group
 // and of pD at the lower-left corner of the axis box. Single porosity: tD/CD 0.1..1E4 and pD
@@ -95,10 +98,25 @@ struct TypeCurveView {
 
 // Clears the picture and draws the model's family (the file read again: pressure blocks
 // solid, derivative and TWOTYPE blocks dashed, green, width 1, clipped to the axis box), the
-// selected and highlighted curves in magenta, the data overlay and the captions "log tD/CD"
-// or "log tDxf", "log pD", "log pD'", the selected curve's label and the match point.
+// selected and highlighted curves in magenta, the data overlay, the captions "log tD/CD" or
+// "log tDxf" and, turned beside the y axis, "log pD, log pD'", the selected curve's label
+// and the match point.
 void DrawTypeCurves(Canvas& c, const AnalysisState& s, const LibraryLocation& library,
-                    const TypeCurveView& view, const UserWindow& window = kTypeCurveWindow);
+                    const TypeCurveView& view);
+
+// The same data kept on the same type-curve coordinates when the grid changes (another
+// model): the shift, in decades, and the data origins follow the new grid's scale and
+// origins, so data matched on the ONETYPE curves of one storage model stay matched on the
+// other's.
+DataPlacement placementOnGrid(const DataPlacement& p, const TypeCurveGrid& from,
+                              const TypeCurveGrid& to);
+
+// What the cursor points at on tcrv, for the status line: the type-curve groups (tD/CD or
+// tDxf, and pD) and, when the test has data, the time and pressure change that the data's
+// placement puts there: hours of the plotted time (te, and the shut-in time dt it stands
+// for when there is a producing time) and the change in the plotted unit (psi, m(p) in
+// 1E6 psi2/cp, per unit rate change on a multi-rate drawdown).
+std::string typeCurveReadout(const AnalysisState& s, const TypeCurveView& view, double x, double y);
 
 // The prepared pressure change (blue) and derivative (light blue) as dots of width 2, at
 // the placement's positions; points outside the axis box are not drawn.

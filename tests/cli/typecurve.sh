@@ -13,7 +13,8 @@ out=$("$cli" typecurve "$ex/two-rate-drawdown.zvt" --model single --curve 8 \
       --match 1770,1@10,0.05648) || fail "single exited $?"
 [ "$out" = "CDe2s = 1.0E06
 Permeability = 60. md.
-Skin Factor = 4.01" ] || fail "single porosity lines:
+Skin Factor = 4.01
+Wellbore Storage = .005 bbl/psi." ] || fail "single porosity lines:
 $out"
 
 # Fracture, k 5 md, xf 100 ft: tDxf 1 at 5.688 h, pD 1 at 122.37 psi.
@@ -35,7 +36,8 @@ Omega = 1.0E-01
 Lambda = 9.1E-08
 CDe2sfm = 1.0E01
 Skin Factor = -2.3
-Le-2s = 9.0E-06" ] || fail "dual porosity lines:
+Le-2s = 9.0E-06
+Wellbore Storage = .004 bbl/psi." ] || fail "dual porosity lines:
 $out"
 
 for args in "--model triple --curve 1 --match 1,1@1,1" "--model single --curve 1.5 --match 1,1@1,1" \

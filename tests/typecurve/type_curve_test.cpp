@@ -12,6 +12,7 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 #include <vector>
 
 namespace zorvekan {
@@ -84,7 +85,9 @@ TEST(TypeCurvePreselection, CurveFromTheEstimates) {
 
 // The result lines of a match for each fluid code, from hand calculation: 1422 and T + 460
 // for gas in pseudopressure, no rate on a per-unit-rate multi-rate drawdown, no gas line for
-// a negative free-gas rate, the mobility of every phase in the storage.
+// a negative free-gas rate, the mobility of every phase in the storage. The storage models
+// end with the storage of the match, C = 0.000295 k h dt_M / (mu T_M) = 1.475 / 147.5 =
+// 0.01 bbl/psi, or 1E-5 (an exponent) at a match 1000 times later in tD/CD.
 TEST(TypeCurveMatch, ResultLinesByFluidAndModel) {
     using Lines = std::vector<std::string>;
     const auto check = [](const char* name, int model, int curve, MatchPoint match,
@@ -98,9 +101,15 @@ TEST(TypeCurveMatch, ResultLinesByFluidAndModel) {
             EXPECT_EQ(s.FractureHalfLength, *r.fractureHalfLength) << name;
         }
     };
-    const Lines oil = {"CDe2s = 1.0E06", "Permeability = 100. md.", "Skin Factor = 3.97"};
+    const Lines oil = {"CDe2s = 1.0E06", "Permeability = 100. md.", "Skin Factor = 3.97",
+                       "Wellbore Storage = .01 bbl/psi."};
     check(
         "oil", kSinglePorosityModel, 8, kOilMatch, [](AnalysisState&) {}, oil, 0.01);
+    check(
+        "small storage", kSinglePorosityModel, 8, {1.84375e5, 1, 1, 11.296}, [](AnalysisState&) {},
+        {"CDe2s = 1.0E06", "Permeability = 100. md.", "Skin Factor = 7.42",
+         "Wellbore Storage = 1.0E-05 bbl/psi."},
+        1e-5);
     check(
         "gas in m(p)", kSinglePorosityModel, 8, {184.375, 1, 1, 0.750816},
         [](AnalysisState& s) {
@@ -120,7 +129,9 @@ TEST(TypeCurveMatch, ResultLinesByFluidAndModel) {
             s.FluidFlags = kOilGas, s.GasRate[1] = 100, s.SolutionGor = 1;
             s.GasViscosity = 0.02, s.GasFvf = 1;
         },
-        {"CDe2s = 1.0E06", "Oil Permeability = 100. md.", "Skin Factor = 3.97"}, 0.01);
+        {"CDe2s = 1.0E06", "Oil Permeability = 100. md.", "Skin Factor = 3.97",
+         "Wellbore Storage = .01 bbl/psi."},
+        0.01);
     check(
         "three phases", kVerticalFractureModel, 2, {2 * 184.375, 1, 1, 11.296},
         [](AnalysisState& s) {
@@ -145,13 +156,14 @@ TEST(TypeCurveMatch, DualPorosityFromTheTransitionCurves) {
     AnalysisState s = oilTest();
     const TypeCurveResults match = ComputeMatchResults(s, kDualPorosityModel, 8, kOilMatch);
     EXPECT_EQ(match.lines,
-              (std::vector<std::string>{"CDe2s(frac) = 1.0E06", "Permeability = 100. md."}));
+              (std::vector<std::string>{"CDe2s(frac) = 1.0E06", "Permeability = 100. md.",
+                                        "Wellbore Storage = .01 bbl/psi."}));
     EXPECT_NEAR(match.storageGroup, 357.44, 1e-9);
     const TypeCurveResults r = ComputeDualPorosityResults(s, match, 15, 21);
-    EXPECT_EQ(r.lines,
-              (std::vector<std::string>{"CDe2s(frac) = 1.0E06", "Permeability = 100. md.",
-                                        "Omega = 3.3E-01", "Lambda = 1.9E-06", "CDe2sfm = 3.3E05",
-                                        "Skin Factor = 3.42", "Le-2s = 2.0E-09"}));
+    EXPECT_EQ(r.lines, (std::vector<std::string>{
+                           "CDe2s(frac) = 1.0E06", "Permeability = 100. md.", "Omega = 3.3E-01",
+                           "Lambda = 1.9E-06", "CDe2sfm = 3.3E05", "Skin Factor = 3.42",
+                           "Le-2s = 2.0E-09", "Wellbore Storage = .01 bbl/psi."}));
     EXPECT_EQ(r.dual->lateCurve, 8);       // 3.3E5 lies in 1E5..1E7
     EXPECT_EQ(r.dual->transitionCurve, 6); // 2E-9 lies in 1E-9..1E-7
     for (const auto& [p1, p2] : {std::pair{19, 21}, std::pair{15, 16}, std::pair{12, 21}})
@@ -196,6 +208,27 @@ TEST(TypeCurvePlacement, EstimatesRoundTripThroughAMatch) {
     s.TestPointCount = 1, s.LogTime[1] = 0.3, s.LogDeltaP[1] = 1.2;
     const DataPlacement corner = initialPlacement(s, kSinglePorosityModel);
     EXPECT_EQ(std::pair(corner.xd0, corner.yd0), std::pair(0.3, 1.2));
+}
+
+// The status line under the cursor, by hand on the single-porosity grid (20 units a decade
+// from 0.1) with the data shifted to put their 0.1 h and 1 psi at (20, 20): at (40, 40)
+// tD/CD = 10, pD = 10, te = 1 h of a 72-h flow, i.e. dt = 72 / 71 = 1.014 h, and dp = 10 psi;
+// on the fracture's grid (from 0.001 and 0.01, 100/6 units a decade) tDxf = 10^-0.6 and
+// pD = 10^0.4, with the groups alone when there are no data.
+TEST(TypeCurveReadout, GroupsAndTheDataUnderTheCursor) {
+    const std::tuple<int, int, std::string> rows[] = {
+        {kSinglePorosityModel, 1,
+         "tD/CD = 10.  pD = 10.    te = 1. hrs.  dt = 1.014 hrs.  dp = 10. psi"},
+        {kVerticalFractureModel, 0, "tDxf = 0.251189  pD = 2.512"},
+    };
+    for (const auto& [model, points, text] : rows) {
+        AnalysisState s = oilTest();
+        s.TestPointCount = points;
+        TypeCurveView view;
+        view.model = model;
+        view.placement = {-1, 0, 20, 20};
+        EXPECT_EQ(typeCurveReadout(s, view, 40, 40), text) << model;
+    }
 }
 
 // A small library of two curves: overlapping blocks (the last wins), a derivative block
@@ -250,8 +283,9 @@ TEST(TypeCurveDrawing, FamilyOverlayAndLabels) {
     EXPECT_EQ(std::pair(c.dots[0].x, c.dots[0].y), std::pair(10.0, 10.0));
     EXPECT_EQ(std::pair(c.dots[1].x, c.dots[1].y), std::pair(30.0, 20.0));
     EXPECT_EQ(c.dotsIn(kLightBlue), 1);
-    for (const char* caption : {"log tD/CD", "log pD", "log pD'"})
-        EXPECT_TRUE(c.findText(caption)) << caption;
+    EXPECT_TRUE(c.findText("log tD/CD"));
+    ASSERT_TRUE(c.findText("log pD, log pD'"));
+    EXPECT_TRUE(c.findText("log pD, log pD'")->vertical);
     EXPECT_EQ(magenta(), 0);
 
     s.TypeCurveEstimateFlag = 1;

@@ -10,13 +10,14 @@
 #include "core/val.h"
 
 #include <QCoreApplication>
-#include <QEvent>
+#include <QCursor>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
@@ -55,23 +56,6 @@ QLabel* promptLabel(const char* name, const QString& text, QWidget* parent) {
     return label;
 }
 
-// The user window of tcrv widened or heightened to the surface's proportions, so that a plot
-// unit has the same length in pixels on both axes and a decade is square at every size.
-UserWindow squareWindow(const UserWindow& base, QSize size) {
-    if (size.width() < 1 || size.height() < 1)
-        return base;
-    const double aspect = double(size.width()) / size.height();
-    UserWindow w = base;
-    if (aspect > base.width / -base.height) {
-        w.width = -base.height * aspect;
-        w.left = base.left - (w.width - base.width) / 2;
-    } else {
-        w.height = -base.width / aspect;
-        w.top = base.top + (-w.height + base.height) / 2;
-    }
-    return w;
-}
-
 } // namespace
 
 template <class Handler> void TypeCurveScreen::guarded(Handler&& handler) {
@@ -96,13 +80,19 @@ TypeCurveScreen::TypeCurveScreen(ScreenContext& context, QWidget* parent)
     m_tcrv = new PlotSurface(central);
     m_tcrv->setObjectName(QStringLiteral("tcrv"));
     m_tcrv->setMinimumSize(560, 380);
-    m_tcrv->installEventFilter(this);
     connect(m_tcrv, &PlotSurface::mouseDown, this,
             [this](Qt::MouseButton, double x, double y) { guarded([&] { mouseDown(x, y); }); });
+    // The status line reads the type-curve groups and the test's data under the cursor.
+    m_tcrv->setReadout([this](double x, double y) {
+        return m_activated ? typeCurveReadout(m_ctx.state, m_view, x, y) : std::string();
+    });
     columns->addWidget(m_tcrv, 1);
     columns->addWidget(buildSidePanel());
     page->addLayout(columns, 1);
     buildCommands();
+    statusBar()->setObjectName(QStringLiteral("readout"));
+    connect(m_tcrv, &PlotSurface::readoutChanged, statusBar(),
+            [this](const QString& text) { statusBar()->showMessage(text); });
     resize(1280, 720);
 }
 
@@ -234,25 +224,39 @@ void TypeCurveScreen::activate() {
     m_spin->setText(qs(Format(s.DerivativeSpan, "0.##")));
     for (QLabel* p : {m_shiftPrompt, m_movePrompt})
         p->hide();
-    startModel();
-}
-
-// The view a model opens with: the data where the estimates put them, the preselected curve.
-// A fault of the preselection is reported after the family has been drawn.
-void TypeCurveScreen::startModel() {
-    const AnalysisState& s = m_ctx.state;
+    // Coming here through the navigation list or the semilog screen, the data were prepared
+    // afresh (another test, edited points, another spacing or plot kind may lie behind
+    // them), so a shift kept from before could put them anywhere: they are placed again
+    // from the estimates, or at the corner, and the curve preselected again.
     m_view = {};
     m_view.model = s.TypeCurveModel;
     m_view.placement = initialPlacement(s, m_view.model);
     m_shiftState = 0;
+    startModel(std::nullopt);
+}
+
+// A fresh start of the model's picture: no results, the family shown, the curve kept (when
+// the family has it) or else preselected from the estimates. A fault of the preselection
+// is reported after the family has been drawn.
+void TypeCurveScreen::startModel(std::optional<int> keptCurve) {
+    const AnalysisState& s = m_ctx.state;
+    m_view.familyShown = true;
+    m_view.transitionsShown = false;
+    m_view.highlights.clear();
+    m_view.matchMark.reset();
     m_dualStep = DualStep::None;
     m_results.reset();
     m_resultBox->clear();
     std::optional<RuntimeError> fault;
-    try {
-        m_view.selectedCurve = preselectCurve(s, m_view.model);
-    } catch (const RuntimeError& e) {
-        fault = e;
+    if (keptCurve && *keptCurve <= libraryCurveCount(familyFile(m_view.model))) {
+        m_view.selectedCurve = keptCurve;
+    } else {
+        m_view.selectedCurve.reset();
+        try {
+            m_view.selectedCurve = preselectCurve(s, m_view.model);
+        } catch (const RuntimeError& e) {
+            fault = e;
+        }
     }
     redrawAndHidePrompt();
     if (fault)
@@ -260,20 +264,21 @@ void TypeCurveScreen::startModel() {
 }
 
 void TypeCurveScreen::redraw() {
-    DrawTypeCurves(*m_tcrv, m_ctx.state, library(), m_view,
-                   squareWindow(kTypeCurveWindow, m_tcrv->size()));
+    DrawTypeCurves(*m_tcrv, m_ctx.state, library(), m_view);
+    // The status line reads what now lies under the cursor (the data may have moved, the
+    // grid changed), or nothing when the cursor is elsewhere.
+    QString readout;
+    if (m_tcrv->underMouse()) {
+        const QPoint at = m_tcrv->mapFromGlobal(QCursor::pos());
+        readout = qs(typeCurveReadout(m_ctx.state, m_view, m_tcrv->toUserX(at.x()),
+                                      m_tcrv->toUserY(at.y())));
+    }
+    statusBar()->showMessage(readout);
 }
 
 void TypeCurveScreen::redrawAndHidePrompt() {
     m_curvePrompt->hide();
     redraw();
-}
-
-bool TypeCurveScreen::eventFilter(QObject* watched, QEvent* event) {
-    // A new size gets a new window of the same proportions, drawn afresh.
-    if (watched == m_tcrv && event->type() == QEvent::Resize && m_activated)
-        guarded([&] { redraw(); });
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void TypeCurveScreen::showLines(const TypeCurveResults& r) {
@@ -293,8 +298,15 @@ void TypeCurveScreen::prompt(const QString& text, const char* background) {
 void TypeCurveScreen::modelChosen(int row) {
     if (row < 0)
         return;
-    m_ctx.state.TypeCurveModel = static_cast<std::int16_t>(row + 1);
-    startModel();
+    // The engineer's shift and curve carry over: the data keep their place on the type-curve
+    // axes (still matched when going between the two storage models, which share their
+    // curves) and the curve number stays picked where the new family has it.
+    const int model = row + 1;
+    m_view.placement =
+        placementOnGrid(m_view.placement, typeCurveGrid(m_view.model), typeCurveGrid(model));
+    m_view.model = model;
+    m_ctx.state.TypeCurveModel = static_cast<std::int16_t>(model);
+    startModel(m_view.selectedCurve);
 }
 
 void TypeCurveScreen::operationChosen(const QString& item) {
@@ -337,12 +349,6 @@ QImage TypeCurveScreen::printedPage() {
         PrepareAnalysisData(s);
         activate();
     }
-    // Drawn at the size the page gives the picture, so its decades stay square on paper.
-    m_toolbar->hide();
-    m_heading->show();
-    centralWidget()->layout()->activate();
-    layout()->activate();
-    redraw();
     return formPage(*this, m_toolbar, m_heading);
 }
 

@@ -46,9 +46,6 @@ public:
     TypeCurveGrid grid() const { return typeCurveGrid(m_view.model); }
     const std::optional<TypeCurveResults>& results() const { return m_results; }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     enum class DualStep { None, Descending, Ascending };
 
@@ -58,7 +55,7 @@ private:
     LibraryLocation library() const;
 
     void activate();
-    void startModel();
+    void startModel(std::optional<int> keptCurve);
     void redraw();
     void redrawAndHidePrompt();
     void showLines(const TypeCurveResults& r);

@@ -7,11 +7,13 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -176,6 +178,93 @@ private Q_SLOTS:
         Q_EMIT tcrv()->mouseDown(Qt::LeftButton, 50, 10);
         QCOMPARE(drawnAt(1), QPointF(30, 0));
         QCOMPARE(kv2->grid().xOrigin, -1.0);
+        // The status line reads the groups and the data's time and change per unit rate.
+        QTest::mouseMove(tcrv(), tcrv()->toDevice(40, 30).toPoint());
+        const QString status = kv2->statusBar()->currentMessage();
+        QVERIFY2(status.startsWith(u"tD/CD = "_s) && status.contains(u"  pD = "_s) &&
+                     status.contains(u" hrs.  dp/dq = "_s) && status.endsWith(u" psi/(STB/D)"_s),
+                 qPrintable(status));
+    }
+
+    // A decade is as long up as across (the tick marks inside the box, measured in pixels),
+    // and every decade label is drawn whole, inside the picture and clear of the others, on
+    // every family at the default and the maximised size.
+    void decadesSquareAndLabelsWhole() {
+        openExample(u"oil-buildup.zvt"_s);
+        for (const QSize size : {QSize(1280, 720), QSize(1920, 1040)}) {
+            kv2->resize(size);
+            kv2->centralWidget()->layout()->activate();
+            for (int row = 0; row < 3; ++row) {
+                clickItem(kv2, "List2", child<QListWidget>(kv2, "List2")->item(row)->text());
+                const QImage& img = tcrv()->picture();
+                const QPoint o = tcrv()->toDevice(0, 0).toPoint();
+                const QPoint end = tcrv()->toDevice(100, 60).toPoint();
+                QList<int> marks[2], lengths;
+                for (int i = o.x() + 2; i <= end.x() - 2; ++i)
+                    if (img.pixel(i, o.y() - 2) == qRgb(0, 0, 0) &&
+                        img.pixel(i - 1, o.y() - 2) != qRgb(0, 0, 0))
+                        marks[0] << i;
+                for (int i = end.y() + 2; i <= o.y() - 2; ++i)
+                    if (img.pixel(o.x() + 2, i) == qRgb(0, 0, 0) &&
+                        img.pixel(o.x() + 2, i - 1) != qRgb(0, 0, 0))
+                        marks[1] << i;
+                QVERIFY(marks[0].size() >= 4 && marks[1].size() >= 2);
+                for (const QList<int>& m : marks)
+                    for (qsizetype i = 1; i < m.size(); ++i)
+                        lengths << m[i] - m[i - 1];
+                const auto [lo, hi] = std::minmax_element(lengths.begin(), lengths.end());
+                QVERIFY2(*hi - *lo <= 1, qPrintable(u"%1..%2 px"_s.arg(*lo).arg(*hi)));
+
+                const TypeCurveGrid g = kv2->grid();
+                const auto decades = [&](double from, double length) {
+                    return int(std::floor(from + length / g.scale + 1e-9) - std::ceil(from)) + 1;
+                };
+                const auto texts = tcrv()->paintedTexts();
+                const QRectF area(QPointF(0, 0), QSizeF(tcrv()->size()));
+                int labels = 0;
+                for (std::size_t i = 0; i < texts.size(); ++i) {
+                    labels += texts[i].tickLabel;
+                    QVERIFY2(area.contains(texts[i].box), qPrintable(texts[i].text));
+                    for (std::size_t j = 0; j < i; ++j)
+                        QVERIFY2(!texts[i].box.intersects(texts[j].box), qPrintable(texts[i].text));
+                }
+                QCOMPARE(labels, decades(g.xOrigin, 100) + decades(g.yOrigin, 60));
+            }
+        }
+    }
+
+    // A model change keeps the shift and the curve: the data stay on the same decades of the
+    // type-curve axes through every grid (dual porosity's lies half a decade lower, the
+    // fracture's spans other decades); curve 12 picked on the single-porosity family stays
+    // picked on the dual-porosity one (the same ONETYPE curves), the fracture family has none.
+    void modelChangeKeepsTheShiftAndTheCurve() {
+        openExample(u"two-rate-drawdown.zvt"_s);
+        shiftBy(12, 7);
+        LibraryReader reader(t->state.ApplicationDirectory + "/ONETYPE", LibraryFile::OneType);
+        CurveBlock b;
+        while (reader.next(b) && b.number < 12) {
+        }
+        TypeCurveGrid g = kv2->grid();
+        int j = b.pointCount;
+        while (b.x[j] > 3.9)
+            --j;
+        clickItem(kv2, "List1", u"Select Type Curve"_s);
+        clickAt({g.scale * (b.x[j] - g.xOrigin), g.scale * (b.y[j] - g.yOrigin)});
+        QCOMPARE(kv2->view().selectedCurve, std::optional<int>(12));
+        const auto firstPointDecades = [&] {
+            g = kv2->grid();
+            const QPointF at = drawnAt(1);
+            return QPointF(at.x() / g.scale + g.xOrigin, at.y() / g.scale + g.yOrigin);
+        };
+        const std::pair<QString, std::optional<int>> changes[] = {
+            {u"Dual Porosity"_s, 12}, {u"Vertical Fracture"_s, {}}, {u"Single Porosity"_s, {}}};
+        for (const auto& [model, curve] : changes) {
+            const QPointF before = firstPointDecades();
+            clickItem(kv2, "List2", model);
+            const QPointF moved = firstPointDecades() - before;
+            QVERIFY(std::fabs(moved.x()) < 1e-12 && std::fabs(moved.y()) < 1e-12);
+            QCOMPARE(kv2->view().selectedCurve, curve);
+        }
     }
 
     // Hand matches on the examples: data lined up, the nearest curve picked where the
@@ -252,8 +341,9 @@ private Q_SLOTS:
         QVERIFY2(d.omega > 0.05 && d.omega < 0.2, qPrintable(results()));
         QVERIFY2(d.lambda > 4.5e-8 && d.lambda < 1.8e-7, qPrintable(results()));
         const QStringList lines = results().split(u'\n');
-        QCOMPARE(lines.size(), 7);
+        QCOMPARE(lines.size(), 8);
         QVERIFY(lines[2].startsWith(u"Omega ="_s) && lines[6].startsWith(u"Le-2s ="_s));
+        QVERIFY(lines[7].startsWith(u"Wellbore Storage = "_s) && lines[7].endsWith(u" bbl/psi."_s));
     }
 
     // Handed over from the semilog screen with its estimates, the screen preselects the
