@@ -2,7 +2,7 @@
 #pragma once
 
 #include "typecurve/library_file.h"
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include <array>
 #include <string>

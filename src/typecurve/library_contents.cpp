@@ -2,7 +2,7 @@
 #include "typecurve/library_contents.h"
 
 #include "typecurve/curve_parameters.h"
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Double porosity with pseudo-steady interporosity flow: the transition curves, and the
 // whole well with storage and skin.
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include "core/runtime_error.h"
 
