@@ -212,43 +212,81 @@ double median(std::vector<double> v) {
     return v.empty() ? 0.0 : v[v.size() / 2];
 }
 
+struct DataEstimates {
+    double k = 10, c = 0.01; // md, bbl/psi
+    double omega = 0.1;      // from the depth of the derivative's trough
+    double troughTime = 0;   // hours, 0 without a trough
+};
+
+// Warren-Root derivative at its trough, relative to the radial level 0.5:
+// 1 + omega^(1 / (1 - omega)) - omega^(omega / (1 - omega)).
+double troughDepth(double omega) {
+    return 1.0 + std::pow(omega, 1.0 / (1.0 - omega)) - std::pow(omega, omega / (1.0 - omega));
+}
+
 // Radial flow: the derivative is 0.5 in pD, so k = 0.5 a(1) q / D over the last third of the
-// derivative points; the unit slope of storage gives C = q B t / (24 dp) at the first point.
-// Prepared changes of a stepped drawdown are per unit rate change.
-void estimatesFromData(const FitData& d, double& k, double& c) {
+// derivative points; the unit slope of storage gives C = q B t / (24 dp) at the first point. A
+// trough after the storage hump, below 0.9 of the radial level, gives omega by its depth
+// (bisection on troughDepth). Prepared changes of a stepped drawdown are per unit rate change.
+DataEstimates estimatesFromData(const FitData& d) {
+    DataEstimates e;
     const AnalysisState& p = d.prepared;
     const bool perUnitRate = p.ProducingTime == 0.0 && p.RateCount >= 2;
     const double q = perUnitRate ? 1.0 : std::fabs(d.history.lastRate());
+    const int n = p.DerivativeCount;
     std::vector<double> late;
-    for (int i = p.DerivativeCount - p.DerivativeCount / 3; i <= p.DerivativeCount; ++i)
-        if (i >= 1)
-            late.push_back(std::pow(10.0, p.LogDerivative[i]));
+    for (int i = std::max(1, n - n / 3); i <= n; ++i)
+        late.push_back(std::pow(10.0, p.LogDerivative[i]));
     const double level = median(late);
     if (level > 0)
-        k = 0.5 * std::fabs(d.history.pressurePerRate(1.0)) * q / level;
+        e.k = 0.5 * std::fabs(d.history.pressurePerRate(1.0)) * q / level;
     if (!usesPseudopressure(p) && p.TestPointCount >= 1 && p.DeltaP[1] > 0) {
         const double fvf = p.FluidFlags == kGasWater ? 1.0 : p.OilFvf;
-        c = q * fvf * p.TimeFunction[1] / (24.0 * p.DeltaP[1]);
+        e.c = q * fvf * p.TimeFunction[1] / (24.0 * p.DeltaP[1]);
     }
+    int peak = 1, trough = 0;
+    for (int i = 1; i <= n / 2; ++i)
+        if (p.LogDerivative[i] > p.LogDerivative[peak])
+            peak = i;
+    for (int i = peak; i <= n; ++i)
+        if (trough == 0 || p.LogDerivative[i] < p.LogDerivative[trough])
+            trough = i;
+    const double depth =
+        trough > 0 && level > 0 ? std::pow(10.0, p.LogDerivative[trough]) / level : 1.0;
+    if (depth < 0.9) {
+        double lo = std::log(1e-5), hi = std::log(0.9);
+        for (int pass = 0; pass < 60; ++pass) {
+            const double mid = 0.5 * (lo + hi);
+            (troughDepth(std::exp(mid)) < depth ? lo : hi) = mid;
+        }
+        e.omega = std::exp(0.5 * (lo + hi));
+        e.troughTime = std::pow(10.0, p.DerivativeLogTime[trough]);
+    }
+    return e;
 }
 
 std::array<double, kFitParameterCount> startValues(const FitData& d, const FitRequest& r) {
     const AnalysisState& s = *d.state;
-    double k = 10, c = 0.01;
-    estimatesFromData(d, k, c);
+    const DataEstimates e = estimatesFromData(d);
     std::array<double, kFitParameterCount> v{};
     const auto set = [&](ModelParameter p, double value) {
         v[static_cast<std::size_t>(p)] = value;
     };
-    set(P::Permeability, s.Permeability > 0 ? s.Permeability : k);
+    set(P::Permeability, s.Permeability > 0 ? s.Permeability : e.k);
     set(P::Skin, s.Permeability > 0 ? s.SkinFactor : 0.0);
-    set(P::Storage, s.WellboreStorage > 0 ? s.WellboreStorage : c);
+    set(P::Storage, s.WellboreStorage > 0 ? s.WellboreStorage : e.c);
     set(P::HalfLength, s.FractureHalfLength > 0 ? s.FractureHalfLength : 100.0);
     set(P::OuterRadius, s.PssDrainageRadius > 0 ? s.PssDrainageRadius
                         : s.DrainageRadius > 0  ? s.DrainageRadius
                                                 : 1000.0);
-    set(P::Omega, 0.1);
-    set(P::Lambda, 1e-6);
+    set(P::Omega, e.omega);
+    // The trough lies at lambda tD = omega ln(1 / omega) (Bourdet et al., 1989).
+    const Formation& f = d.history.formation();
+    const double tdPerHour =
+        0.0002637 * v[static_cast<std::size_t>(P::Permeability)] /
+        (f.porosity * f.viscosity * f.compressibility * f.wellRadius * f.wellRadius);
+    set(P::Lambda,
+        e.troughTime > 0 ? e.omega * std::log(1.0 / e.omega) / (tdPerHour * e.troughTime) : 1e-6);
     for (std::size_t i = 0; i < v.size(); ++i) {
         if (r.start[i])
             v[i] = *r.start[i];
