@@ -2,9 +2,12 @@
 #include "core/fitted_curve.h"
 
 #include "core/analysis_data.h"
+#include "core/plot_frame.h"
 #include "core/runtime_error.h"
 #include "core/semilog_series.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace zorvekan {
@@ -63,6 +66,58 @@ std::optional<AnalysisState> preparedFittedCurve(const AnalysisState& s) {
         return std::nullopt;
     }
     return c;
+}
+
+void drawFittedLine(Canvas& c, const std::vector<std::array<double, 2>>& points, bool dashed) {
+    // The dashes are laid along the whole line (1.5 plot units drawn, 1 left out): a pen's own
+    // pattern starts again with every one of the short segments and would look solid.
+    constexpr double kDash = 1.5, kGap = 1.0;
+    c.setPenColor(kFittedOrange);
+    c.setPenWidth(2);
+    double along = 0; // position in the dash pattern
+    const auto draw = [&c](double x1, double y1, double x2, double y2) {
+        if (clipToAxisBox(x1, y1, x2, y2))
+            c.line(x1, y1, x2, y2);
+    };
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const double x1 = points[i - 1][0], y1 = points[i - 1][1];
+        const double dx = points[i][0] - x1, dy = points[i][1] - y1;
+        const double length = std::hypot(dx, dy);
+        if (!dashed || length == 0) {
+            draw(x1, y1, x1 + dx, y1 + dy);
+            continue;
+        }
+        double from = 0;
+        while (from < length) {
+            const bool on = along < kDash;
+            const double to = std::min(length, from + (on ? kDash - along : kDash + kGap - along));
+            if (on)
+                draw(x1 + dx * from / length, y1 + dy * from / length, x1 + dx * to / length,
+                     y1 + dy * to / length);
+            along = std::fmod(along + (to - from), kDash + kGap);
+            from = to;
+        }
+    }
+    c.setPenColor(kBlack);
+}
+
+void drawFittedLegend(Canvas& c, double x, double y) {
+    c.setPenColor(kFittedOrange);
+    c.text(x, y, "Regression");
+    c.setPenColor(kBlack);
+}
+
+void drawFittedLogLog(Canvas& c, const AnalysisState& fitted,
+                      const std::function<std::array<double, 2>(double, double)>& at, double x,
+                      double y) {
+    std::vector<std::array<double, 2>> change, derivative;
+    for (int i = 1; i <= fitted.TestPointCount; ++i)
+        change.push_back(at(fitted.LogTime[i], fitted.LogDeltaP[i]));
+    for (int k = 1; k <= fitted.DerivativeCount; ++k)
+        derivative.push_back(at(fitted.DerivativeLogTime[k], fitted.LogDerivative[k]));
+    drawFittedLine(c, change, false);
+    drawFittedLine(c, derivative, true);
+    drawFittedLegend(c, x, y);
 }
 
 } // namespace zorvekan

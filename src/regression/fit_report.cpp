@@ -35,7 +35,7 @@ Caption captionOf(int parameter, const AnalysisState& s) {
     case static_cast<int>(P::Skin):
         return {"Skin Factor =", "", "0.00"};
     case static_cast<int>(P::Storage):
-        return {"Wellbore Storage =", " bbl/psi.", "0.00E-00"};
+        return {"Wellbore Storage =", " bbl/psi.", ""};
     case static_cast<int>(P::HalfLength):
         return {"Fracture Half Length =", " ft.", "0.0"};
     case static_cast<int>(P::OuterRadius):
@@ -53,11 +53,20 @@ Caption captionOf(int parameter, const AnalysisState& s) {
     return {usesPseudopressure(s) ? "Initial m(p) =" : "Initial Pressure =", unit, "0.00"};
 }
 
-// Two decimals from 1 up, three significant digits below.
+// Two decimals from 1 up, three significant digits below (0.0100, 0.000123); the interval
+// takes the decimals of its value.
 std::string formatted(double value, const char* mask, double size) {
     if (*mask)
         return Format(value, mask);
-    return Format(value, std::fabs(size) >= 1 ? "0.00" : "0.00E-00");
+    const double magnitude = std::fabs(size);
+    int decimals = 2;
+    if (magnitude < 1 && magnitude > 0) {
+        int exponent = static_cast<int>(std::floor(std::log10(magnitude)));
+        if (std::round(magnitude / std::pow(10.0, exponent - 2)) >= 1000) // 0.009999 is 0.0100
+            ++exponent;
+        decimals = std::min(12, std::max(2, 2 - exponent));
+    }
+    return Format(value, "0." + std::string(static_cast<std::size_t>(decimals), '0'));
 }
 
 } // namespace

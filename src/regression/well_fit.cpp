@@ -25,8 +25,6 @@ namespace {
 
 using P = ModelParameter;
 
-constexpr int kMaxIterations = 200;
-
 // ---- the searched form of each parameter ----
 
 enum class Form { Logarithmic, Logistic, Plain };
@@ -420,7 +418,7 @@ FitOutcome fitWellModel(const AnalysisState& s, const FitRequest& request,
 
     ceres::Solver::Options options;
     options.linear_solver_type = ceres::DENSE_QR;
-    options.max_num_iterations = kMaxIterations;
+    options.max_num_iterations = kMaxFitIterations;
     options.function_tolerance = 1e-15;
     options.parameter_tolerance = 1e-15;
     options.gradient_tolerance = 1e-14;
@@ -441,7 +439,8 @@ FitOutcome fitWellModel(const AnalysisState& s, const FitRequest& request,
         outcome.message = "The regression was cancelled; the previous results are kept.";
         return outcome;
     case ceres::NO_CONVERGENCE:
-        outcome.message = "The regression did not converge in " + std::to_string(kMaxIterations) +
+        outcome.message = "The regression did not converge in " +
+                          std::to_string(kMaxFitIterations) +
                           " iterations; the previous results are kept.";
         return outcome;
     default:

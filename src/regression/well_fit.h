@@ -61,6 +61,9 @@ struct FitOutcome {
     bool cancelled = false;
 };
 
+// The most iterations a fit takes before it gives up as not converging.
+inline constexpr int kMaxFitIterations = 200;
+
 // Called after every iteration with its number; returning false cancels the fit.
 using FitProgress = std::function<bool(int iteration)>;
 
