@@ -418,7 +418,7 @@ FitOutcome fitWellModel(const AnalysisState& s, const FitRequest& request,
 
     ceres::Solver::Options options;
     options.linear_solver_type = ceres::DENSE_QR;
-    options.max_num_iterations = kMaxFitIterations;
+    options.max_num_iterations = request.maxIterations;
     options.function_tolerance = 1e-15;
     options.parameter_tolerance = 1e-15;
     options.gradient_tolerance = 1e-14;
@@ -440,7 +440,7 @@ FitOutcome fitWellModel(const AnalysisState& s, const FitRequest& request,
         return outcome;
     case ceres::NO_CONVERGENCE:
         outcome.message = "The regression did not converge in " +
-                          std::to_string(kMaxFitIterations) +
+                          std::to_string(request.maxIterations) +
                           " iterations; the previous results are kept.";
         return outcome;
     default:

@@ -24,6 +24,9 @@ inline constexpr int kInitialPressure = kModelParameterCount;
 inline constexpr int kFitParameterCount = kModelParameterCount + 1;
 using FitValues = std::array<std::optional<double>, kFitParameterCount>;
 
+// The most iterations a fit takes before it gives up as not converging.
+inline constexpr int kMaxFitIterations = 200;
+
 struct FitRequest {
     WellModelKind model = WellModelKind::Radial;
     // Test times (hours, as TestTime) of the points used; the whole test when empty.
@@ -38,6 +41,8 @@ struct FitRequest {
     // Weight of the log derivative beside the pressures: each prepared derivative point in the
     // window adds the residual W D ln(D_model / D), in the unit of the pressures. 0: none.
     double derivativeWeight = 0;
+    // Iterations after which the fit gives up as not converging.
+    int maxIterations = kMaxFitIterations;
 };
 
 struct FitResult {
@@ -60,9 +65,6 @@ struct FitOutcome {
     std::string message;             // why, when empty
     bool cancelled = false;
 };
-
-// The most iterations a fit takes before it gives up as not converging.
-inline constexpr int kMaxFitIterations = 200;
 
 // Called after every iteration with its number; returning false cancels the fit.
 using FitProgress = std::function<bool(int iteration)>;

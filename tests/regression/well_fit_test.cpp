@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/analysis_data.h"
+#include "core/fitted_curve.h"
 #include "regression/well_fit.h"
 
 #include <gtest/gtest.h>
@@ -182,6 +183,47 @@ TEST(WellFit, FitsBackEveryModelFromAStartThirtyPercentOff) {
         EXPECT_LE(std::fabs(r.value[kInitialPressure] - kInitial),
                   1.5 * *r.halfInterval[kInitialPressure]);
     }
+}
+
+// What a fit leaves behind: one stopped by its iteration limit says it did not converge and one
+// cancelled from its progress says so, neither with a result; an applied fit writes k, skin and
+// C for the other screens and its curve, which an edit of the test retires from the plots.
+TEST(WellFit, ReportsWhatBecameOfTheFit) {
+    std::mt19937 random(3);
+    const Case c{"radial drawdown",
+                 WellModelKind::Radial,
+                 {25, 4, 0.01, 0, 0, 0, 0},
+                 false,
+                 {{400, 50}},
+                 0.002,
+                 50,
+                 40};
+    AnalysisState s = syntheticTest(c, random);
+    FitRequest request;
+    request.start[static_cast<std::size_t>(P::Permeability)] = 40;
+    request.maxIterations = 1;
+    const FitOutcome stopped = fitWellModel(s, request);
+    EXPECT_FALSE(stopped.result);
+    EXPECT_EQ(stopped.message,
+              "The regression did not converge in 1 iterations; the previous results are kept.");
+    request.maxIterations = kMaxFitIterations;
+    const FitOutcome cancelled =
+        fitWellModel(s, request, [](int iteration) { return iteration < 2; });
+    EXPECT_FALSE(cancelled.result);
+    EXPECT_TRUE(cancelled.cancelled);
+
+    const FitOutcome fitted = fitWellModel(s, request);
+    ASSERT_TRUE(fitted.result) << fitted.message;
+    applyFit(s, *fitted.result);
+    EXPECT_NEAR(s.Permeability, 25, 0.25);
+    EXPECT_NEAR(s.SkinFactor, 4, 0.05);
+    EXPECT_NEAR(s.WellboreStorage, 0.01, 2e-4);
+    const std::optional<AnalysisState> curve = preparedFittedCurve(s);
+    ASSERT_TRUE(curve);
+    // The curve runs through the data: its pressure change at the last point within 0.1 psi.
+    EXPECT_NEAR(curve->DeltaP[curve->TestPointCount], s.DeltaP[s.TestPointCount], 0.1);
+    s.TestPressure[7] += 1;
+    EXPECT_FALSE(preparedFittedCurve(s));
 }
 
 } // namespace
