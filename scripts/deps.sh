@@ -4,7 +4,7 @@
 set -euo pipefail
 
 run_packages=(cmake ninja-build g++ qt6-base-dev qt6-svg-dev libhowardhinnant-date-dev
-              fonts-dejavu-core xvfb xauth)
+              libceres-dev fonts-dejavu-core xvfb xauth)
 test_packages=("${run_packages[@]}" libgtest-dev libgmock-dev libbenchmark-dev clang
                libclang-rt-dev clang-format git)
 

@@ -21,7 +21,7 @@
 #include "input/entry_rules.h"
 #include "input/input_rules.h"
 #include "input/test_file.h"
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include <date/date.h>
 

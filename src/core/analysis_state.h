@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace zorvekan {
 
@@ -133,6 +134,11 @@ struct AnalysisState {
     // The test file last opened or saved (empty for a test never saved), for the
     // heading of printed pages.
     std::string TestFileName;
+
+    // ---- the model of the last regression, drawn over the data of the test it was fitted to ----
+    std::vector<double> FittedTime;      // hours, as TestTime
+    std::vector<double> FittedPressure;  // psia, or m(p) in 1E6 psi^2/cp in pseudopressure
+    std::uint64_t FittedFingerprint = 0; // testFingerprint of that test
 };
 
 // True when the fluid code analyses gas in pseudopressure.

@@ -14,14 +14,15 @@ struct Rgb {
 // The colours the plots are drawn and erased with.
 inline constexpr Rgb kBlack{0, 0, 0};
 inline constexpr Rgb kWhite{255, 255, 255};
-inline constexpr Rgb kNearWhite{250, 250, 250}; // erases a pick mark
-inline constexpr Rgb kDataBlue{0, 0, 255};      // pressure points
-inline constexpr Rgb kDerivativeRed{255, 0, 0}; // derivative points, line validity marks
-inline constexpr Rgb kMarkGreen{0, 250, 0};     // flow-regime pick marks
-inline constexpr Rgb kCurveGreen{0, 255, 0};    // type curves
-inline constexpr Rgb kMagenta{255, 0, 255};     // the picked type curve
-inline constexpr Rgb kPurple{140, 0, 140};      // pseudosteady-state picks
-inline constexpr Rgb kLightBlue{100, 100, 255}; // derivative overlay on type curves
+inline constexpr Rgb kNearWhite{250, 250, 250};  // erases a pick mark
+inline constexpr Rgb kDataBlue{0, 0, 255};       // pressure points
+inline constexpr Rgb kDerivativeRed{255, 0, 0};  // derivative points, line validity marks
+inline constexpr Rgb kMarkGreen{0, 250, 0};      // flow-regime pick marks
+inline constexpr Rgb kCurveGreen{0, 255, 0};     // type curves
+inline constexpr Rgb kMagenta{255, 0, 255};      // the picked type curve
+inline constexpr Rgb kPurple{140, 0, 140};       // pseudosteady-state picks
+inline constexpr Rgb kLightBlue{100, 100, 255};  // derivative overlay on type curves
+inline constexpr Rgb kFittedOrange{230, 120, 0}; // the model of the last regression
 
 // A drawing surface in plot units. Every plot is drawn through this interface, so
 // the same drawing code paints the screen, the printed page and a recording canvas

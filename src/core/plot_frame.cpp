@@ -6,6 +6,7 @@
 #include "core/runtime_error.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace zorvekan {
@@ -36,6 +37,31 @@ double PlotFrame::toUserX(double px) const {
 
 double PlotFrame::toUserY(double py) const {
     return m_window.top + (py - m_offsetY) / m_factorY;
+}
+
+bool clipToAxisBox(double& x1, double& y1, double& x2, double& y2) {
+    const double dx = x2 - x1, dy = y2 - y1;
+    double t0 = 0, t1 = 1;
+    const std::array<std::pair<double, double>, 4> edges = {
+        std::pair{-dx, x1}, {dx, kAxisWidth - x1}, {-dy, y1}, {dy, kAxisHeight - y1}};
+    for (const auto& [p, q] : edges) {
+        if (p == 0) {
+            if (q < 0)
+                return false;
+            continue;
+        }
+        const double r = q / p;
+        if (p < 0)
+            t0 = std::max(t0, r);
+        else
+            t1 = std::min(t1, r);
+        if (t0 > t1)
+            return false;
+    }
+    const double ax = x1, ay = y1;
+    x1 = ax + t0 * dx, y1 = ay + t0 * dy;
+    x2 = ax + t1 * dx, y2 = ay + t1 * dy;
+    return true;
 }
 
 double axisScale(double length, double min, double max) {

@@ -88,6 +88,10 @@ double squareLogScale(double xMin, double xMax, double yMin, double yMax);
 double linearValueAt(double u, double min, double scale);
 double logValueAt(double u, double min, double scale);
 
+// Liang-Barsky: the part of the segment (x1, y1)-(x2, y2) inside the axis box (0..100 by
+// 0..60), written back into its ends; false when none of it is.
+bool clipToAxisBox(double& x1, double& y1, double& x2, double& y2);
+
 // ---- drawing the frame ----
 
 // Starts a redraw: clear, pen width 1, black, the user window, title at (20, top).

@@ -2,11 +2,15 @@
 #include "semilog/semilog_plots.h"
 
 #include "core/checked_math.h"
+#include "core/fitted_curve.h"
 #include "core/plot_frame.h"
 #include "core/runtime_error.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <optional>
+#include <vector>
 
 namespace zorvekan {
 
@@ -90,6 +94,16 @@ std::string storageXTitle(const AnalysisState& s) {
 }
 
 void drawSemilogPoints(Canvas& c, const AnalysisState& s, const PlotScales& scales) {
+    // The model of the last regression under the points, redrawn with them when a rubber
+    // band wipes the plot.
+    if (const std::optional<AnalysisState> fitted = preparedFittedCurve(s)) {
+        std::vector<std::array<double, 2>> line;
+        for (int i = 1; i <= fitted->PointCount; ++i)
+            line.push_back({scales.x * (fitted->SemilogX[i] - s.SemilogXMin),
+                            scales.y * (fitted->SemilogY[i] - s.SemilogYMin)});
+        drawFittedLine(c, line, false);
+        drawFittedLegend(c, 82, 65);
+    }
     c.setPenWidth(2);
     c.setPenColor(kDataBlue);
     for (int i = 1; i <= s.PointCount; ++i)
@@ -136,6 +150,13 @@ void DrawStoragePlot(Canvas& c, AnalysisState& s) {
     const double k = s.StorageScale;
     drawLogXTicks(c, s.StorageXMin, s.StorageXMax, k);
     drawLogYTicks(c, s.StorageYMin, s.StorageYMax, k, -10);
+    if (const std::optional<AnalysisState> fitted = preparedFittedCurve(s))
+        drawFittedLogLog(
+            c, *fitted,
+            [&](double x, double y) {
+                return std::array<double, 2>{k * (x - s.StorageXMin), k * (y - s.StorageYMin)};
+            },
+            82, 65);
     c.setPenWidth(2);
     c.setPenColor(kDataBlue);
     for (int i = 1; i <= s.TestPointCount; ++i)

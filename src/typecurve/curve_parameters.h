@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "models/well_models.h"
 #include "typecurve/library_file.h"
-#include "typecurve/well_models.h"
 
 #include <array>
 #include <string>

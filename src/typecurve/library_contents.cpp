@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "typecurve/library_contents.h"
 
+#include "models/well_models.h"
 #include "typecurve/curve_parameters.h"
-#include "typecurve/well_models.h"
 
 #include <algorithm>
 #include <cmath>

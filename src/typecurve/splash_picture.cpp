@@ -2,7 +2,7 @@
 #include "typecurve/splash_picture.h"
 
 #include "core/checked_math.h"
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include <cmath>
 

@@ -3,6 +3,7 @@
 
 #include "core/checked_math.h"
 #include "core/display_mask.h"
+#include "core/fitted_curve.h"
 #include "core/runtime_error.h"
 #include "semilog/plot_readouts.h"
 #include "typecurve/curve_parameters.h"
@@ -74,32 +75,6 @@ bool insideBox(double x, double y) {
     return x >= 0 && x <= kAxisWidth && y >= 0 && y <= kAxisHeight;
 }
 
-// Liang-Barsky: the part of a segment inside the axis box; false when none is.
-bool clipToBox(double& x1, double& y1, double& x2, double& y2) {
-    const double dx = x2 - x1, dy = y2 - y1;
-    double t0 = 0, t1 = 1;
-    const std::array<std::pair<double, double>, 4> edges = {
-        std::pair{-dx, x1}, {dx, kAxisWidth - x1}, {-dy, y1}, {dy, kAxisHeight - y1}};
-    for (const auto& [p, q] : edges) {
-        if (p == 0) {
-            if (q < 0)
-                return false;
-            continue;
-        }
-        const double r = q / p;
-        if (p < 0)
-            t0 = std::max(t0, r);
-        else
-            t1 = std::min(t1, r);
-        if (t0 > t1)
-            return false;
-    }
-    const double ax = x1, ay = y1;
-    x1 = ax + t0 * dx, y1 = ay + t0 * dy;
-    x2 = ax + t1 * dx, y2 = ay + t1 * dy;
-    return true;
-}
-
 // The pressure curve a block belongs to.
 int curveOfBlock(const LibraryReader& reader, LibraryFile file, int block) {
     const int n = reader.curveCount();
@@ -120,7 +95,7 @@ void drawCurves(Canvas& c, const std::filesystem::path& path, LibraryFile file,
         for (int j = 2; j <= b.pointCount; ++j) {
             double x1 = toPlotX(g, b.x[j - 1]), y1 = toPlotY(g, b.y[j - 1]);
             double x2 = toPlotX(g, b.x[j]), y2 = toPlotY(g, b.y[j]);
-            if (clipToBox(x1, y1, x2, y2))
+            if (clipToAxisBox(x1, y1, x2, y2))
                 c.line(x1, y1, x2, y2);
         }
     }
@@ -291,6 +266,18 @@ void DrawTestDataOverlay(Canvas& c, const AnalysisState& s, const TypeCurveGrid&
     c.setPenColor(kBlack);
 }
 
+void drawFittedOverlay(Canvas& c, const AnalysisState& s, const TypeCurveGrid& g,
+                       const DataPlacement& p) {
+    if (const std::optional<AnalysisState> fitted = preparedFittedCurve(s))
+        drawFittedLogLog(
+            c, *fitted,
+            [&](double logTime, double logValue) {
+                return std::array<double, 2>{p.sx + g.scale * (logTime - p.xd0),
+                                             p.sy + g.scale * (logValue - p.yd0)};
+            },
+            1, 59);
+}
+
 void DrawTypeCurves(Canvas& c, const AnalysisState& s, const LibraryLocation& library,
                     const TypeCurveView& view) {
     const TypeCurveGrid g = typeCurveGrid(view.model);
@@ -309,6 +296,7 @@ void DrawTypeCurves(Canvas& c, const AnalysisState& s, const LibraryLocation& li
     for (const CurveRef& ref : view.highlights)
         drawCurves(c, library.of(ref.file), ref.file, g, kMagenta,
                    [&](int k) { return k == ref.curve; });
+    drawFittedOverlay(c, s, g, view.placement);
     DrawTestDataOverlay(c, s, g, view.placement);
 
     c.setPenColor(kBlack);

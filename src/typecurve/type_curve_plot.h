@@ -123,4 +123,11 @@ std::string typeCurveReadout(const AnalysisState& s, const TypeCurveView& view, 
 void DrawTestDataOverlay(Canvas& c, const AnalysisState& s, const TypeCurveGrid& g,
                          const DataPlacement& p);
 
+// The model of the last regression, prepared as the data are and placed where they are: its
+// pressure change a solid and its derivative a dashed dark orange line under the data,
+// "Regression" at the top left of the box. Nothing when the state holds no curve fitted to
+// this test.
+void drawFittedOverlay(Canvas& c, const AnalysisState& s, const TypeCurveGrid& g,
+                       const DataPlacement& p);
+
 } // namespace zorvekan

@@ -17,6 +17,7 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
@@ -113,6 +114,12 @@ QWidget* TypeCurveScreen::buildSidePanel() {
     connect(m_operations, &QListWidget::itemClicked, this,
             [this](QListWidgetItem* item) { guarded([&] { operationChosen(item->text()); }); });
 
+    m_regress = new QPushButton(QStringLiteral("Refine by Regression"), panel);
+    m_regress->setObjectName(QStringLiteral("regress"));
+    m_regress->setEnabled(false);
+    connect(m_regress, &QPushButton::clicked, this,
+            [this] { guarded([&] { refineByRegression(); }); });
+
     m_curvePrompt = promptLabel("Label2", QStringLiteral("Click on  Type Curve"), panel);
     m_shiftPrompt = promptLabel("Label3", QStringLiteral("Click on Shift Point"), panel);
     m_movePrompt = promptLabel("Label4", QStringLiteral("Move Mouse & Click to Shift"), panel);
@@ -155,6 +162,7 @@ QWidget* TypeCurveScreen::buildSidePanel() {
     layout->addWidget(m_operations);
     for (QLabel* p : {m_curvePrompt, m_shiftPrompt, m_movePrompt})
         layout->addWidget(p);
+    layout->addWidget(m_regress);
     layout->addLayout(spacingRow);
     layout->addSpacing(8);
     layout->addWidget(resultsTitle);
@@ -247,6 +255,7 @@ void TypeCurveScreen::startModel(std::optional<int> keptCurve) {
     m_dualStep = DualStep::None;
     m_results.reset();
     m_resultBox->clear();
+    m_regress->setEnabled(false);
     std::optional<RuntimeError> fault;
     if (keptCurve && *keptCurve <= libraryCurveCount(familyFile(m_view.model))) {
         m_view.selectedCurve = keptCurve;
@@ -285,7 +294,13 @@ void TypeCurveScreen::showLines(const TypeCurveResults& r) {
     QStringList lines;
     for (const std::string& line : r.lines)
         lines.append(qs(line));
+    if (!m_regressionLines.empty() && r.lines == m_regressedMatch) {
+        lines.append(QString());
+        for (const std::string& line : m_regressionLines)
+            lines.append(qs(line));
+    }
     m_resultBox->setPlainText(lines.join(QLatin1Char('\n')));
+    m_regress->setEnabled(true);
 }
 
 void TypeCurveScreen::prompt(const QString& text, const char* background) {

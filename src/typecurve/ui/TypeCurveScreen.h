@@ -16,6 +16,7 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
+class QPushButton;
 class QToolBar;
 
 namespace zorvekan {
@@ -73,6 +74,9 @@ private:
     void selectMatchPoint(double x, double y);
     void pickTransition(double x, double y);
 
+    // "Refine by Regression": the matched model fitted to the whole test from the match.
+    void refineByRegression();
+
     ScreenContext& m_ctx;
     PlotSurface* m_tcrv = nullptr;
     QListWidget *m_operations = nullptr, *m_models = nullptr;
@@ -80,6 +84,7 @@ private:
     QLabel *m_curvePrompt = nullptr, *m_shiftPrompt = nullptr, *m_movePrompt = nullptr,
            *m_heading = nullptr;
     QPlainTextEdit* m_resultBox = nullptr;
+    QPushButton* m_regress = nullptr;
     QToolBar* m_toolbar = nullptr;
 
     bool m_activated = false;
@@ -89,6 +94,9 @@ private:
     DualStep m_dualStep = DualStep::None;
     int m_descendingCurve = 0;
     std::optional<TypeCurveResults> m_results;
+    // The lines of the last regression and those of the match it refined: printed after the
+    // match's own lines while that match is shown.
+    std::vector<std::string> m_regressionLines, m_regressedMatch;
 };
 
 } // namespace zorvekan

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Double porosity with pseudo-steady interporosity flow: the transition curves, and the
 // whole well with storage and skin.
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include "core/runtime_error.h"
+#include "models/dimensionless_well.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 #include <string>
@@ -31,41 +30,6 @@ void checkTime(double tdOverCd) {
                            "tD/CD must not be negative, not " + std::to_string(tdOverCd));
 }
 
-// Gaver-Stehfest weights V_1..V_N, N = 16: beyond that double precision round-off eats
-// the gain.
-constexpr int kStehfestTerms = 16;
-
-std::array<double, kStehfestTerms + 1> stehfestWeights() {
-    const auto factorial = [](int n) {
-        double f = 1.0;
-        for (int i = 2; i <= n; ++i)
-            f *= i;
-        return f;
-    };
-    constexpr int half = kStehfestTerms / 2;
-    std::array<double, kStehfestTerms + 1> v{};
-    for (int i = 1; i <= kStehfestTerms; ++i) {
-        double sum = 0.0;
-        for (int k = (i + 1) / 2; k <= std::min(i, half); ++k)
-            sum += std::pow(k, half) * factorial(2 * k) /
-                   (factorial(half - k) * factorial(k) * factorial(k - 1) * factorial(i - k) *
-                    factorial(2 * k - i));
-        v[static_cast<std::size_t>(i)] = ((i + half) % 2 == 0 ? 1.0 : -1.0) * sum;
-    }
-    return v;
-}
-
-// K1(x) / K0(x); beyond x = 500 both underflow, and their asymptotic series (three terms,
-// exact there to 1e-11) give the ratio.
-double besselKRatio(double x) {
-    if (x < 500.0)
-        return std::cyl_bessel_k(1.0, x) / std::cyl_bessel_k(0.0, x);
-    const double e = 1.0 / (8.0 * x);
-    const double k1 = 1.0 + 3.0 * e - 7.5 * e * e + 52.5 * e * e * e;
-    const double k0 = 1.0 - e + 4.5 * e * e - 37.5 * e * e * e;
-    return k1 / k0;
-}
-
 } // namespace
 
 double dualPorosityStoragePressure(double cde2s, double lambdaE2s, double omega, double tdOverCd) {
@@ -75,17 +39,12 @@ double dualPorosityStoragePressure(double cde2s, double lambdaE2s, double omega,
     if (!(omega > 0.0 && omega <= 1.0))
         throw RuntimeError(Fault::InvalidArgument,
                            "omega must lie in (0, 1], not " + std::to_string(omega));
-    static const auto weights = stehfestWeights();
-    const double step = std::numbers::ln2 / tdOverCd;
-    double sum = 0.0;
-    for (int i = 1; i <= kStehfestTerms; ++i) {
-        const double z = i * step;
-        const double u = z / cde2s;
-        const double f = (omega * (1.0 - omega) * u + lambdaE2s) / ((1.0 - omega) * u + lambdaE2s);
-        const double q = std::sqrt(u * f);
-        sum += weights[static_cast<std::size_t>(i)] / (z * (z + q * besselKRatio(q)));
-    }
-    return step * sum;
+    DimensionlessWell well;
+    well.kind = WellModelKind::DualPss;
+    well.storage = cde2s;
+    well.omega = omega;
+    well.lambda = lambdaE2s;
+    return well.pressure(tdOverCd);
 }
 
 double dualPorosityPlateau(double lambdaE2s) {

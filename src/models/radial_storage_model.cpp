@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Branch-cut integral of the storage-and-skin solution (effective-radius form).
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include "core/runtime_error.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Uniform-flux vertical fracture in a closed square (Gringarten-Ramey-Raghavan), as the
 // product of two 1-D slab solutions integrated in time.
-#include "typecurve/well_models.h"
+#include "models/well_models.h"
 
 #include "core/runtime_error.h"
 

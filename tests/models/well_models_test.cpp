@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/runtime_error.h"
+#include "models/well_models.h"
 #include "typecurve/curve_parameters.h"
-#include "typecurve/well_models.h"
 
 #include "../support/raised.h"
 
