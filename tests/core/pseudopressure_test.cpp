@@ -105,23 +105,6 @@ TEST(Pseudopressure, LowPressureIsOneTrapezoid) {
     EXPECT_DOUBLE_EQ(s.GridPressure[1], 14.7);
 }
 
-// A buildup from 1000 psia builds the grid 14.7, 64.7, ..., 964.7 (20 points) and
-// closes with the trapezoid from 964.7 to 1000.
-TEST(Pseudopressure, GridUpToTheStartPressure) {
-    AnalysisState s = gasTest(1);
-    s.StartPressure = 1000.0;
-    s.TestPointCount = 1;
-    s.TestPressure[1] = 1100.0;
-    ComputePseudopressures(s);
-    EXPECT_NEAR(s.GridPressure[20], 964.7, 1e-9);
-    EXPECT_NEAR(s.GridPressure[21], 1014.7, 1e-9); // the pass that left the loop
-    double grid = 0;
-    for (int i = 2; i <= 20; ++i)
-        grid += (s.GridIntegrand[i] + s.GridIntegrand[i - 1]) * 50.0;
-    const double expected = grid + (s.PointIntegrand[0] + s.GridIntegrand[20]) * (1000.0 - 964.7);
-    EXPECT_NEAR(s.TestPseudoPressure[0] * 1e6, expected, 1e-6 * expected);
-}
-
 // Above 14,964.7 psia the grid is exhausted and the last 50-psi interval is counted
 // twice; results computed with the program have always carried that excess, which
 // is the trapezoid of the interval 14,914.7..14,964.7.
