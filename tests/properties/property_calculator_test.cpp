@@ -53,8 +53,9 @@ TEST(PropertyCalculator, GasPartFirstWithItsFailureAndSideEffect) {
 }
 
 // Inputs that leave a value without meaning give no line for it and a reason, never
-// NaN: no gas gravity (no gas, no oil), a temperature below 0 R, no GOR or pb, no
-// porosity (no cf and therefore no ct). Without saturations ct is simply not asked for.
+// NaN: no gas gravity (no gas, no oil, and no z routine to leave its B in the oil
+// FVF), a temperature below 0 R, no GOR or pb, no porosity (no cf and therefore no
+// ct). Without saturations ct is simply not asked for.
 TEST(PropertyCalculator, ValuesThatCannotBeComputedAreNamed) {
     struct Row {
         const char* name;
@@ -76,9 +77,11 @@ TEST(PropertyCalculator, ValuesThatCannotBeComputedAreNamed) {
     };
     for (const Row& row : rows) {
         AnalysisState s;
+        s.OilFvf = 1.3;
         PropertyInputs in = oilTest();
         row.change(in);
         const PropertyCalculation r = calculateProperties(s, in);
+        EXPECT_EQ(s.OilFvf == 1.3, in.gasGravity == 0) << row.name;
         EXPECT_EQ(!r.oilLines.empty(), row.oil) << row.name;
         EXPECT_EQ(!r.waterLines.empty(), row.water) << row.name;
         EXPECT_EQ(anyLineHas(r, "Formation Compressibility"), row.formation) << row.name;
