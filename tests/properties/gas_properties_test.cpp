@@ -64,16 +64,6 @@ TEST(ZFactor, OvershootIsIteratedOnAndANegativeDensityIsAFault) {
     EXPECT_THROW(ZFactor(s, 1.0, 20.5, 900), RuntimeError);
 }
 
-// Dry and wet gas of one gravity differ only through the pseudo-critical step.
-TEST(ZFactor, DryAndWetGasDiffer) {
-    AnalysisState wet, dry;
-    dry.GasKind = 1;
-    const ZFactorResult zw = ZFactor(wet, 0.8, 180, 2500);
-    const ZFactorResult zd = ZFactor(dry, 0.8, 180, 2500);
-    EXPECT_GT(std::fabs(zw.z - zd.z), 1e-3);
-    EXPECT_NEAR(zw.bg, 5.035 * zw.z * 640 / 2500, 1e-12);
-}
-
 // Near atmospheric pressure the gas is nearly ideal and cg -> 1/p. At 3000 psia
 // (Tpr 1.7, Ppr 4.5, just past the minimum of z) z rises slowly with p, so cg is a
 // little below 1/p; a sign error in the z difference would put it well above.
