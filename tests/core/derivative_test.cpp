@@ -64,8 +64,8 @@ TEST(Derivative, UnitSlopeGivesDerivativeEqualToChange) {
 }
 
 // Partner choice: each derivative uses the nearest points at least L log cycles away
-// on both sides, and the computation stops at the first point without a right partner
-// even though later points would find left partners; a stale count must not survive.
+// on both sides, so the points closer than L to either end get none; a stale count
+// must not survive.
 TEST(Derivative, PartnersAtLeastTheSpacingAway) {
     struct Row {
         int n;

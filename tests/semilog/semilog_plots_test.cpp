@@ -84,7 +84,7 @@ TEST(SemilogPlot, TitlesAndPointsPerKind) {
                                      {&semi, r.semiY},
                                      {&stor, r.storX},
                                      {&stor, r.storY}})
-            EXPECT_NE(canvas->findText(title), nullptr) << title;
+            ASSERT_NE(canvas->findText(title), nullptr) << title;
         EXPECT_TRUE(semi.findText(r.semiY)->vertical);
         const char* bilinear = r.fluid == kOil ? "Pressure psi" : "m(p) (1E6)";
         ASSERT_NE(qtr.findText(bilinear), nullptr);
