@@ -84,8 +84,7 @@ std::vector<int> decadeTicks(double min, double max);
 // on each: 100/xr, or 60/yr when yr > 0.6*xr.
 double squareLogScale(double xMin, double xMax, double yMin, double yMax);
 
-// From a click to data: min + u/scale on a linear axis, 10^(min + u/scale) on a log one.
-double linearValueAt(double u, double min, double scale);
+// From a click to data on a log axis: 10^(min + u/scale).
 double logValueAt(double u, double min, double scale);
 
 // ---- drawing the frame ----
