@@ -41,9 +41,6 @@ public:
     double toUserX(double px) const;
     double toUserY(double py) const;
     const UserWindow& window() const { return m_window; }
-    // Pixels per plot unit across and down (negative when y grows upward).
-    double pixelsPerUnitX() const { return m_factorX; }
-    double pixelsPerUnitY() const { return m_factorY; }
 
 private:
     UserWindow m_window;

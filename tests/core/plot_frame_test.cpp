@@ -42,9 +42,6 @@ TEST(PlotFrame, UserToDeviceAndBack) {
         EXPECT_DOUBLE_EQ(frame.toDeviceY(r.y), r.py);
         EXPECT_DOUBLE_EQ(frame.toUserX(r.px), r.x);
         EXPECT_DOUBLE_EQ(frame.toUserY(r.py), r.y);
-        if (r.window.square) {
-            EXPECT_DOUBLE_EQ(frame.pixelsPerUnitX(), -frame.pixelsPerUnitY());
-        }
     }
 }
 
