@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "../support/oil_properties.h"
 #include "properties/property_calculator.h"
 
 #include <gtest/gtest.h>
@@ -8,18 +9,7 @@
 namespace zorvekan {
 namespace {
 
-PropertyInputs oilTest() {
-    PropertyInputs in;
-    in.gasGravity = 0.75;
-    in.temperature = 200;
-    in.pressure = 3000;
-    in.api = 35;
-    in.gor = 500;
-    in.porosity = 0.2;
-    in.oilSaturation = 0.7;
-    in.waterSaturation = 0.3;
-    return in;
-}
+using testing::oilPropertyInputs;
 
 bool anyLineHas(const PropertyCalculation& r, const std::string& text) {
     for (const auto* lines : {&r.gas.lines, &r.oilLines, &r.waterLines, &r.rockLines})
@@ -35,12 +25,12 @@ bool anyLineHas(const PropertyCalculation& r, const std::string& text) {
 // calculator screen, with its notice on the input screen).
 TEST(PropertyCalculator, GasFailureStopsTheCalculation) {
     AnalysisState s;
-    PropertyInputs in = oilTest();
+    PropertyInputs in = oilPropertyInputs();
     in.pressure = 20000; // Ppr above 20.5
     const PropertyCalculation failed = calculateProperties(s, in);
     ASSERT_TRUE(failed.gas.fatal);
     EXPECT_TRUE(failed.oilLines.empty() && failed.waterLines.empty() && failed.rockLines.empty());
-    const PropertyCalculation r = calculateProperties(s, oilTest());
+    const PropertyCalculation r = calculateProperties(s, oilPropertyInputs());
     EXPECT_FALSE(r.gas.fatal);
     EXPECT_NE(s.OilFvf, *r.values.oilFvf);
     EXPECT_TRUE(r.values.totalCompressibility);
@@ -72,7 +62,7 @@ TEST(PropertyCalculator, ValuesThatCannotBeComputedAreNamed) {
     for (const Row& row : rows) {
         AnalysisState s;
         s.OilFvf = 1.3;
-        PropertyInputs in = oilTest();
+        PropertyInputs in = oilPropertyInputs();
         row.change(in);
         const PropertyCalculation r = calculateProperties(s, in);
         EXPECT_EQ(s.OilFvf == 1.3, in.gasGravity == 0) << row.name;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "../../support/oil_properties.h"
 #include "../../support/ui/FakeServices.h"
 
 #include "core/ui/EventGuard.h"
@@ -36,8 +37,7 @@ private:
     }
     QString results() const { return child<QLabel>(mox, "Picture1")->text(); }
     QString text(const char* name) const { return child<QLabel>(mox, name)->text(); }
-    // A 35 API oil with 500 scf/STB, 0.75 gas, at 3000 psia and 200 F, in a 20 %
-    // porosity rock with 70 % oil and 30 % water.
+    // The oil test of oilPropertyInputs() typed into the calculator.
     void typeOilTest() {
         typeInto(mox, "apiin", u"35"_s);
         typeInto(mox, "gorin", u"500"_s);
@@ -45,18 +45,6 @@ private:
         typeInto(mox, "soin", u"70"_s);
         typeInto(mox, "swin", u"30"_s);
         calculate("0.75", "3000", "200");
-    }
-    static PropertyInputs oilTestInputs() {
-        PropertyInputs in;
-        in.gasGravity = 0.75;
-        in.temperature = 200;
-        in.pressure = 3000;
-        in.api = 35;
-        in.gor = 500;
-        in.porosity = 0.2;
-        in.oilSaturation = 0.7;
-        in.waterSaturation = 0.3;
-        return in;
     }
     static QString joined(const std::vector<std::string>& lines) {
         QStringList l;
@@ -172,7 +160,7 @@ private Q_SLOTS:
         mox = t->show("mox");
         typeInto(mox, "salin", u"35000"_s);
         typeOilTest();
-        PropertyInputs in = oilTestInputs();
+        PropertyInputs in = oilPropertyInputs();
         in.salinity = 3.5;
         AnalysisState scratch; // the expected values, without touching the test's state
         const PropertyCalculation r = calculateProperties(scratch, in);
