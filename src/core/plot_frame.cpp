@@ -112,10 +112,6 @@ double squareLogScale(double xMin, double xMax, double yMin, double yMax) {
     return scale;
 }
 
-double linearValueAt(double u, double min, double scale) {
-    return min + divide(u, scale);
-}
-
 double logValueAt(double u, double min, double scale) {
     return finite(std::pow(10.0, min + divide(u, scale)), "time or pressure at the click");
 }

@@ -41,9 +41,6 @@ public:
     double toUserX(double px) const;
     double toUserY(double py) const;
     const UserWindow& window() const { return m_window; }
-    // Pixels per plot unit across and down (negative when y grows upward).
-    double pixelsPerUnitX() const { return m_factorX; }
-    double pixelsPerUnitY() const { return m_factorY; }
 
 private:
     UserWindow m_window;
@@ -84,8 +81,7 @@ std::vector<int> decadeTicks(double min, double max);
 // on each: 100/xr, or 60/yr when yr > 0.6*xr.
 double squareLogScale(double xMin, double xMax, double yMin, double yMax);
 
-// From a click to data: min + u/scale on a linear axis, 10^(min + u/scale) on a log one.
-double linearValueAt(double u, double min, double scale);
+// From a click to data on a log axis: 10^(min + u/scale).
 double logValueAt(double u, double min, double scale);
 
 // Liang-Barsky: the part of the segment (x1, y1)-(x2, y2) inside the axis box (0..100 by

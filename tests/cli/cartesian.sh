@@ -29,8 +29,6 @@ $out"
 [ $? -eq 2 ] || fail "a missing --pss must be a usage error"
 "$cli" cartesian "$tmp/pss.zvt" --pss 10,3900 >/dev/null 2>&1
 [ $? -eq 2 ] || fail "a one-point line must be a usage error"
-"$cli" cartesian "$tmp/pss.zvt" --pss 20,3900:20,3880 >/dev/null 2>&1
-[ $? -eq 1 ] || fail "two points at one time are a division by zero, exit 1"
 "$cli" cartesian "$tmp/pss.zvt" --pss 10,3900:20,3900 >/dev/null 2>&1
 [ $? -eq 1 ] || fail "a horizontal line is a division by zero, exit 1"
 echo "cartesian command: ok"

@@ -38,8 +38,4 @@ awk -v k="$k" -v r="$r" 'BEGIN {
 [ $? -eq 2 ] || fail "a one-point line must be a usage error"
 "$cli" semilog "$src/examples/oil-buildup.zvt" --line 10,3950:2,3990 --kind log >/dev/null 2>&1
 [ $? -eq 2 ] || fail "an unknown kind must be a usage error"
-"$cli" semilog /nonexistent.zvt --line 10,3950:2,3990 >/dev/null 2>&1
-[ $? -eq 1 ] || fail "a missing file must fail with 1"
-"$cli" semilog "$src/examples/oil-buildup.zvt" --line 10,3950:10,3990 >/dev/null 2>&1
-[ $? -eq 1 ] || fail "a vertical line is a division by zero, exit 1"
 echo "semilog command: ok"

@@ -19,6 +19,4 @@ err=$("$cli" skin --total 5 --kvkh 0.1 --slant 30 --h 100 2>&1 >/dev/null); rc=$
 
 "$cli" skin --total 5 --perforated 4,12,0.2,30 >/dev/null 2>&1; rc=$?
 [ $rc -eq 2 ] || fail "a 30-degree phasing exit $rc"
-"$cli" skin --rw 4 >/dev/null 2>&1; rc=$?
-[ $rc -eq 2 ] || fail "missing --total exit $rc"
 echo "skin command: ok"

@@ -63,26 +63,32 @@ TEST(Derivative, UnitSlopeGivesDerivativeEqualToChange) {
         EXPECT_NEAR(s.LogDerivative[k], s.DerivativeLogTime[k] + std::log10(250.0), 1e-12);
 }
 
-// Partner choice: with L just under 0.1 and points 0.05 cycles apart each derivative uses the
-// points two places away, so the first two and the last two points get none.
+// Partner choice: each derivative uses the nearest points at least L log cycles away
+// on both sides, so the points closer than L to either end get none; a stale count
+// must not survive.
 TEST(Derivative, PartnersAtLeastTheSpacingAway) {
-    AnalysisState s = series(10, 0.0, 0.05, [](double t) { return 10.0 * t; });
-    s.DerivativeSpan = 0.095; // two steps of 0.05, clear of rounding in the log times
-    ComputeDerivative(s);
-    ASSERT_EQ(s.DerivativeCount, 6);
-    EXPECT_NEAR(s.DerivativeLogTime[1], 0.10, 1e-12); // point 3
-    EXPECT_NEAR(s.DerivativeLogTime[6], 0.35, 1e-12); // point 8
-}
-
-// The tail closer than L to the last point has no right partner: the computation
-// stops there even though later points would find left partners.
-TEST(Derivative, StopsAtTheTail) {
-    AnalysisState s = series(12, 0.0, 0.1, [](double t) { return 5.0 * t; });
-    s.DerivativeSpan = 0.45;
-    ComputeDerivative(s);
-    // Point i needs i + 5 <= 12 on the right and i - 5 >= 1 on the left: i = 6, 7.
-    ASSERT_EQ(s.DerivativeCount, 2);
-    EXPECT_NEAR(s.DerivativeLogTime[1], 0.5, 1e-12);
+    struct Row {
+        int n;
+        double step, span;
+        int count;
+        double first, last; // log times of the first and last derivative points
+    };
+    const Row rows[] = {
+        {10, 0.05, 0.095, 6, 0.10, 0.35}, // two steps away: points 3..8
+        {12, 0.1, 0.45, 2, 0.5, 0.6},     // i - 5 >= 1 and i + 5 <= 12: points 6, 7
+        {2, 0.5, 0.05, 0, 0, 0},          // too few points: none
+    };
+    for (const Row& r : rows) {
+        AnalysisState s = series(r.n, 0.0, r.step, [](double t) { return 10.0 * t; });
+        s.DerivativeSpan = r.span;
+        s.DerivativeCount = 17;
+        ComputeDerivative(s);
+        ASSERT_EQ(s.DerivativeCount, r.count) << r.n;
+        if (r.count > 0) {
+            EXPECT_NEAR(s.DerivativeLogTime[1], r.first, 1e-12);
+            EXPECT_NEAR(s.DerivativeLogTime[r.count], r.last, 1e-12);
+        }
+    }
 }
 
 // A flat change gives D = 0 and a falling change D < 0: such points are dropped
@@ -100,14 +106,6 @@ TEST(Derivative, NonPositiveDerivativesAreDropped) {
         EXPECT_TRUE(std::isfinite(s.LogDerivative[k]));
     EXPECT_EQ(s.DerivativeCount, 1);
     EXPECT_NEAR(s.DerivativeLogTime[1], 0.3, 1e-12);
-}
-
-// Too few points: no derivative at all, and a stale count must not survive.
-TEST(Derivative, TwoPointsGiveNone) {
-    AnalysisState s = series(2, 0.0, 0.5, [](double t) { return t; });
-    s.DerivativeCount = 17;
-    ComputeDerivative(s);
-    EXPECT_EQ(s.DerivativeCount, 0);
 }
 
 // The log-log plot's lower bound follows the smallest derivative so it is never

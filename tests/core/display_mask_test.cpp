@@ -22,18 +22,13 @@ TEST(Format, FixedMasksFollowBasicRules) {
         {0, "#.###", "."},           // zero keeps only the point
         {12, "##.", "12."},          // the point is printed even with no decimals
         {1234, "##.", "1234."},      // integer digits beyond the placeholders all show
-        {3000, "#####.#", "3000."},  // start pressure as the entry screen shows it
         {3000.25, "#####.#", "3000.3"},
         {12.345, "##.##", "12.35"}, // 12.345 is 12.3449999… in binary, decimal rounding wins
-        {1.005, "#.##", "1.01"},
         {-0.5, "#.###", "-.5"},
-        {-2.346, "##.##", "-2.35"},
-        {123.456, "###.##", "123.46"},
         {744.73, "####.", "745."},
         {0.2, "0.##", "0.2"}, // '0' forces the leading zero
         {1, "0.##", "1."},
         {0.25, "#0.##", "0.25"},
-        {10, "#0.##", "10."},
         {7, "#####", "7"},
         {0, "#####", ""},        // '#' suppresses a zero entirely
         {99.96, "##.#", "100."}, // carry into a new integer digit
@@ -78,13 +73,10 @@ TEST(Format, SectionsForNegativeAndZero) {
 TEST(Str, LeadingBlankAndCompactForm) {
     const std::pair<double, const char*> cases[] = {
         {500, " 500"},
-        {25, " 25"},
         {-5, "-5"},
         {0, " 0"},
         {0.5, " .5"},
         {-0.25, "-.25"},
-        {1000, " 1000"},
-        {0.001, " .001"},
         {0.0001, " .0001"},
         {0.00001, " 1E-05"},
         {1e15, " 1E+15"},

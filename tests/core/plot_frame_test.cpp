@@ -42,9 +42,6 @@ TEST(PlotFrame, UserToDeviceAndBack) {
         EXPECT_DOUBLE_EQ(frame.toDeviceY(r.y), r.py);
         EXPECT_DOUBLE_EQ(frame.toUserX(r.px), r.x);
         EXPECT_DOUBLE_EQ(frame.toUserY(r.py), r.y);
-        if (r.window.square) {
-            EXPECT_DOUBLE_EQ(frame.pixelsPerUnitX(), -frame.pixelsPerUnitY());
-        }
     }
 }
 
@@ -105,14 +102,6 @@ TEST(SquareLogScale, SameDecadeLengthOnBothAxes) {
     EXPECT_DOUBLE_EQ(squareLogScale(-3, 2, -1, 3), 15.0); // 4 > 0.6*5 decades of y
     EXPECT_LT(squareLogScale(-3, 2, -1, 3) * 5, 100.0);
     EXPECT_DOUBLE_EQ(squareLogScale(0, 5, 0, 3), 20.0); // exactly 0.6: x rules
-}
-
-// A click in plot units back to data: linear and log axes, the inverse of drawing.
-TEST(ClickToData, InvertsTheAxisMapping) {
-    const double scale = axisScale(100, 2400, 2600);
-    EXPECT_DOUBLE_EQ(linearValueAt(scale * (2500 - 2400), 2400, scale), 2500);
-    const double logScale = axisScale(100, -2, 3);
-    EXPECT_NEAR(logValueAt(logScale * (Log10(7.5) + 2), -2, logScale), 7.5, 1e-12);
 }
 
 // Tick labels are number-to-text with the leading blank, placed below x ticks and

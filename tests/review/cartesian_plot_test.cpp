@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "review/cartesian_plot.h"
 
+#include "../support/pss_drawdown.h"
 #include "../support/raised.h"
 #include "../support/recording_canvas.h"
 
@@ -12,34 +13,10 @@
 namespace zorvekan {
 namespace {
 
+using testing::kAcre;
+using testing::pssDrawdown;
 using testing::raised;
 using testing::RecordingCanvas;
-
-constexpr double kAcre = 43560.0;
-
-// A drawdown in pseudosteady state from the first hour: a constant rate q from a
-// closed drainage area A declines at dp/dt = -0.23395 q B / (ct phi h A) (psi/hr),
-// after a skin and transient offset of 80 psi. For gas in pseudopressure the same
-// decline is given to m(p), while the pressures follow another curve.
-AnalysisState pssDrawdown(double areaAcres, bool gas) {
-    AnalysisState s;
-    s.FluidFlags = gas ? kGasPseudopressure : kOil;
-    s.RateCount = 1;
-    s.FlowRate = 500;
-    s.OilFvf = 1.2;
-    s.TotalCompressibility = 1.0e-5;
-    s.Porosity = 0.2;
-    s.Thickness = 30;
-    const double decline = 0.23395 * s.FlowRate * s.OilFvf /
-                           (s.TotalCompressibility * s.Porosity * s.Thickness * areaAcres * kAcre);
-    s.TestPointCount = 50;
-    for (int i = 1; i <= 50; ++i) {
-        s.TestTime[i] = i;
-        s.TestPressure[i] = gas ? 4000 - 3 * i * i : 4000 - 80 - decline * i;
-        s.TestPseudoPressure[i] = gas ? 1000 - 20 - decline * i : 0;
-    }
-    return s;
-}
 
 // The drainage radius by hand: a line through two points of a pseudosteady-state
 // decline gives back the radius sqrt(A/pi) of the known drainage area, whatever the
