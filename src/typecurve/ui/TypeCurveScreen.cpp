@@ -313,15 +313,17 @@ void TypeCurveScreen::prompt(const QString& text, const char* background) {
 void TypeCurveScreen::modelChosen(int row) {
     if (row < 0)
         return;
-    // The engineer's shift and curve carry over: the data keep their place on the type-curve
-    // axes (still matched when going between the two storage models, which share their
-    // curves) and the curve number stays picked where the new family has it.
+    // The engineer's shift carries over: the data keep their place on the type-curve axes
+    // (still matched when going between the two storage models, which share their curves).
+    // The picked curve stays only within the same family: a number of the storage family
+    // (a CDe2s) means nothing among the fracture curves (an xe/xf), which are preselected.
     const int model = row + 1;
+    const bool sameFamily = familyFile(model) == familyFile(m_view.model);
     m_view.placement =
         placementOnGrid(m_view.placement, typeCurveGrid(m_view.model), typeCurveGrid(model));
     m_view.model = model;
     m_ctx.state.TypeCurveModel = static_cast<std::int16_t>(model);
-    startModel(m_view.selectedCurve);
+    startModel(sameFamily ? m_view.selectedCurve : std::nullopt);
 }
 
 void TypeCurveScreen::operationChosen(const QString& item) {
