@@ -13,7 +13,6 @@
 
 #include <QComboBox>
 #include <QDate>
-#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -29,7 +28,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <vector>
 
 namespace zorvekan {
 
@@ -55,36 +53,6 @@ void keepRoomWhenHidden(QWidget* w) {
     policy.setRetainSizeWhenHidden(true);
     w->setSizePolicy(policy);
 }
-
-// Gives a grid row its share of the height only while one of its cells is shown: the
-// linear- and bilinear-flow plots take the lower half when the engineer asks for them, and
-// until then the semilog and log-log plots use the whole height.
-class RowFollowsItsCells final : public QObject {
-public:
-    RowFollowsItsCells(QGridLayout* grid, int row, std::initializer_list<QWidget*> cells)
-        : QObject(grid), m_grid(grid), m_row(row), m_cells(cells) {
-        for (QWidget* w : m_cells)
-            w->installEventFilter(this);
-        follow();
-    }
-
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
-            follow();
-        return false;
-    }
-
-private:
-    void follow() {
-        const bool shown = std::any_of(m_cells.begin(), m_cells.end(),
-                                       [](const QWidget* w) { return !w->isHidden(); });
-        m_grid->setRowStretch(m_row, shown ? 1 : 0);
-    }
-
-    QGridLayout* m_grid;
-    int m_row;
-    std::vector<QWidget*> m_cells;
-};
 
 // A hint that comes and goes under its plot: its line is always there, and its text
 // never widens the panel.
@@ -218,17 +186,17 @@ void SemilogScreen::buildPlots(QGridLayout* grid) {
     m_sqrPanel = plotPanel(m_sqr, {m_sqrpk}, m_linearHint, parent);
     m_qtrPanel = plotPanel(m_qtr, {m_qtrpk}, m_bilinearHint, parent);
     // The option lists keep their room while hidden, so a plot does not grow or shrink
-    // when its list comes and goes; the two columns share the width equally.
+    // when its list comes and goes; the plots share the grid equally.
     for (QWidget* list : {m_semipk, m_sqrpk, m_qtrpk})
         keepRoomWhenHidden(list);
     grid->addWidget(m_semiPanel, 0, 0);
     grid->addWidget(m_storPanel, 0, 1);
     grid->addWidget(m_sqrPanel, 1, 0);
     grid->addWidget(m_qtrPanel, 1, 1);
-    for (int i = 0; i < 2; ++i)
+    for (int i = 0; i < 2; ++i) {
         grid->setColumnStretch(i, 1);
-    grid->setRowStretch(0, 1);
-    new RowFollowsItsCells(grid, 1, {m_sqrPanel, m_qtrPanel});
+        grid->setRowStretch(i, 1);
+    }
 
     connect(m_ddpk, &QComboBox::activated, this,
             [this](int i) { guarded([&] { plotKindChosen(m_ddpk->itemText(i)); }); });
