@@ -101,8 +101,12 @@ std::vector<std::string> fitLines(const AnalysisState& s, const FitResult& r) {
         std::string line = resultLine(c.caption, formatted(r.value[i], c.mask, r.value[i]), c.unit);
         if (r.fixed[i])
             line += " (fixed)";
+        else if (r.atLimit[i])
+            line += " (at its limit: not seen by the data)";
         else if (r.halfInterval[i])
             line += " (\u00b1 " + formatted(*r.halfInterval[i], c.mask, r.value[i]) + ")";
+        else
+            line += " (not determined)";
         lines.push_back(line);
     }
     const char* unit = usesPseudopressure(s) ? " (1E6) psi2/cp." : " psi.";

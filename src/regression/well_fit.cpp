@@ -13,6 +13,7 @@
 #include <ceres/iteration_callback.h>
 #include <ceres/problem.h>
 #include <ceres/solver.h>
+#include <glog/logging.h>
 
 #include <algorithm>
 #include <cmath>
@@ -34,6 +35,19 @@ struct Searched {
     Form form;
     double lower = 0, upper = 0; // physical range
 };
+
+// A searched value that ended on (or within a hair of) its bound: the data did not hold it.
+bool atLimit(const Searched& p, double theta) {
+    switch (p.form) {
+    case Form::Logarithmic:
+        return theta <= std::log(p.lower) + 1e-3 || theta >= std::log(p.upper) - 1e-3;
+    case Form::Logistic:
+        return std::fabs(theta) >= 29.0;
+    case Form::Plain:
+        break;
+    }
+    return false;
+}
 
 double toPhysical(const Searched& p, double theta) {
     switch (p.form) {
@@ -314,6 +328,16 @@ double bestLevel(const FitData& d, const std::array<double, kFitParameterCount>&
 
 // ---- progress, intervals ----
 
+// Ceres speaks through glog on stderr (a singular covariance, for one); the fit says what
+// matters in its own lines and messages, so only a fatal glog message may still appear.
+void quietCeres() {
+    static const bool quiet = [] {
+        FLAGS_minloglevel = google::GLOG_FATAL;
+        return true;
+    }();
+    (void)quiet;
+}
+
 class ProgressCallback : public ceres::IterationCallback {
 public:
     explicit ProgressCallback(const FitProgress& progress) : m_progress(progress) {}
@@ -370,6 +394,7 @@ void setUpData(FitData& d, const AnalysisState& s, const FitRequest& r) {
 
 FitOutcome fitWellModel(const AnalysisState& s, const FitRequest& request,
                         const FitProgress& progress) {
+    quietCeres();
     FitData d(s);
     setUpData(d, s, request);
     std::size_t freeCount = 0;
@@ -457,6 +482,7 @@ FitOutcome fitWellModel(const AnalysisState& s, const FitRequest& request,
         const auto index = static_cast<std::size_t>(d.searched[k].parameter);
         r.value[index] = toPhysical(d.searched[k], theta[k]);
         r.fixed[index] = request.fixed[index].has_value();
+        r.atLimit[index] = !r.fixed[index] && atLimit(d.searched[k], theta[k]);
     }
     std::vector<double> residuals(static_cast<std::size_t>(residualCount));
     {
@@ -470,11 +496,18 @@ FitOutcome fitWellModel(const AnalysisState& s, const FitRequest& request,
                            residuals.begin(), 0.0);
     r.rmsMisfit = std::sqrt(pressureSquares / static_cast<double>(d.used.size()));
 
-    // Intervals from the covariance of the searched parameters that were free.
+    // Intervals from the covariance of the searched parameters that were free and stayed off
+    // their limits (one the data do not see, held at its limit, would make the whole
+    // covariance singular).
     std::vector<const double*> free;
     std::vector<std::size_t> freeIndex;
     for (std::size_t k = 0; k < theta.size(); ++k)
-        if (!request.fixed[static_cast<std::size_t>(d.searched[k].parameter)]) {
+        if (const auto index = static_cast<std::size_t>(d.searched[k].parameter);
+            !request.fixed[index]) {
+            if (r.atLimit[index]) {
+                problem.SetParameterBlockConstant(blocks[k]);
+                continue;
+            }
             free.push_back(blocks[k]);
             freeIndex.push_back(k);
         }

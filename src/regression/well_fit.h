@@ -53,6 +53,9 @@ struct FitResult {
     // singular (parameters the data cannot tell apart).
     std::array<std::optional<double>, kFitParameterCount> halfInterval{};
     std::array<bool, kFitParameterCount> fixed{};
+    // Ended on the bound of its search range: the data do not hold it there (a boundary or a
+    // fracture the test does not see).
+    std::array<bool, kFitParameterCount> atLimit{};
     double rmsMisfit = 0; // psi, or 1E6 psi^2/cp for gas in pseudopressure
     int pointsUsed = 0;
     int iterations = 0;

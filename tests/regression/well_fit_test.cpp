@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <vector>
@@ -212,6 +213,23 @@ TEST(WellFit, ReportsWhatBecameOfTheFit) {
     EXPECT_FALSE(cancelled.result);
     EXPECT_TRUE(cancelled.cancelled);
 
+    // A boundary the test does not see: the closed circle's radius runs to its limit and the
+    // line says so, while k, skin and C keep their intervals (a singular covariance would
+    // have cost them all).
+    request.model = WellModelKind::RadialClosed;
+    const FitOutcome unbounded = fitWellModel(s, request);
+    ASSERT_TRUE(unbounded.result) << unbounded.message;
+    const FitResult& u = *unbounded.result;
+    EXPECT_TRUE(u.atLimit[static_cast<std::size_t>(P::OuterRadius)]);
+    EXPECT_NEAR(u.value[static_cast<std::size_t>(P::Permeability)], 25, 0.25);
+    for (ModelParameter p : {P::Permeability, P::Skin, P::Storage})
+        EXPECT_TRUE(u.halfInterval[static_cast<std::size_t>(p)]) << parameterName(p);
+    EXPECT_TRUE(std::any_of(u.lines.begin(), u.lines.end(), [](const std::string& line) {
+        return line.starts_with("Drainage Radius =") &&
+               line.ends_with(" ft. (at its limit: not seen by the data)");
+    }));
+
+    request.model = WellModelKind::Radial;
     const FitOutcome fitted = fitWellModel(s, request);
     ASSERT_TRUE(fitted.result) << fitted.message;
     applyFit(s, *fitted.result);
